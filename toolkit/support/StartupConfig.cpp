@@ -1,0 +1,113 @@
+#include "toolkit/support/StartupConfig.h"
+
+#include "toolkit/support/Preferences.h"
+#include "toolkit/support/StringConversions.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace {
+
+// Hand-written settings are tiny; a bigger file is not one, and only its beginning is read.
+constexpr size_t maxFileBytes = 1 << 20;
+
+std::string_view trimmed(std::string_view text)
+{
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r'; };
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+} // namespace
+
+StartupConfig::Map StartupConfig::parse(std::string_view bytes)
+{
+    Map values;
+    while (!bytes.empty()) {
+        const size_t end = bytes.find('\n');
+        std::string_view line = bytes.substr(0, end);
+        bytes.remove_prefix(end == std::string_view::npos ? bytes.size() : end + 1);
+
+        // Settings are numbers, so a '#' anywhere starts a comment: "key = 3  # three" is 3.
+        line = line.substr(0, line.find('#'));
+        const size_t equals = line.find('=');
+        if (equals == std::string_view::npos)
+            continue;
+        const std::string_view key = trimmed(line.substr(0, equals));
+        if (key.empty())
+            continue;
+        values.insert_or_assign(std::string(key), std::string(trimmed(line.substr(equals + 1))));
+    }
+    return values;
+}
+
+std::string StartupConfig::defaultPath()
+{
+    const std::string folder = Preferences::configDirectory();
+    return folder.empty() ? std::string() : (std::filesystem::path(folder) / "startup.conf").string();
+}
+
+StartupConfig& StartupConfig::instance()
+{
+    static StartupConfig config(defaultPath());
+    return config;
+}
+
+StartupConfig::StartupConfig(std::string utf8Path)
+    : m_path(std::move(utf8Path))
+{
+    load();
+}
+
+void StartupConfig::setFile(std::string utf8Path)
+{
+    std::lock_guard lock(m_mutex);
+    m_path = std::move(utf8Path);
+    load();
+}
+
+void StartupConfig::load()
+{
+    m_values.clear();
+    if (m_path.empty())
+        return;
+    std::ifstream in(m_path, std::ios::binary);
+    if (!in)
+        return;
+    std::string bytes;
+    char chunk[4096];
+    while (in && bytes.size() < maxFileBytes) {
+        in.read(chunk, sizeof chunk);
+        bytes.append(chunk, static_cast<size_t>(in.gcount()));
+    }
+    if (bytes.size() > maxFileBytes)
+        bytes.resize(maxFileBytes);
+    m_values = parse(bytes);
+}
+
+int StartupConfig::getInt(std::string_view key, int def) const
+{
+    std::string text;
+    const std::string variable = "TESSEL_" + std::string(key);
+    if (const char* fromEnvironment = std::getenv(variable.c_str())) {
+        text = fromEnvironment;
+    } else {
+        std::lock_guard lock(m_mutex);
+        const auto it = m_values.find(key);
+        if (it == m_values.end())
+            return def;
+        text = it->second;
+    }
+    int value = def;
+    return IntegerFromString(text, value) ? value : def;
+}
+
+int config_int(std::string_view key, int def)
+{
+    return StartupConfig::instance().getInt(key, def);
+}
