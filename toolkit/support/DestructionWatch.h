@@ -31,8 +31,8 @@ public:
 
     private:
         friend class DestructionWatch;
-        DestructionWatch* m_watch;
-        Scope* m_outer;
+        DestructionWatch* m_watch = nullptr;
+        Scope* m_outer = nullptr;
         bool m_gone = false;
     };
 

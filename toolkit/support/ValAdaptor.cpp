@@ -55,7 +55,7 @@ public:
     void detach() { m_sink = nullptr; }
 
 private:
-    iParamChangeSink* m_sink;
+    iParamChangeSink* m_sink = nullptr;
 };
 
 // Shared by the typed and the text adaptors: listening to the parameter for as long as the adaptor lives.

@@ -15,7 +15,8 @@ ChoiceParam::ChoiceParam(LightweightString<wchar_t> legend, LightweightString<ch
 
 unsigned ChoiceParam::indexOfValue(uint32_t value) const
 {
-    const auto it = std::find_if(m_choices.begin(), m_choices.end(), [value](const Choice& c) { return c.value == value; });
+    const auto it
+        = std::find_if(m_choices.begin(), m_choices.end(), [value](const Choice& c) { return c.value == value; });
     return it == m_choices.end() ? npos : static_cast<unsigned>(it - m_choices.begin());
 }
 

@@ -62,9 +62,9 @@ protected:
     }
 
 private:
-    T m_min;
-    T m_max;
-    bool m_rangeEnabled;
+    T m_min{};
+    T m_max{};
+    bool m_rangeEnabled = false;
 };
 
 class IntParam : public RangedParam<int32_t> {

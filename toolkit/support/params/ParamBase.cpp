@@ -37,7 +37,8 @@ void ParamCore::addValueConstraint(const Cv::Ptr<iValueConstraint>& constraint)
 
 unsigned ParamCore::getNumValueChangeHandlers() const
 {
-    return static_cast<unsigned>(std::count_if(m_handlers.begin(), m_handlers.end(), [](const auto& h) { return bool(h); }));
+    const auto live = std::count_if(m_handlers.begin(), m_handlers.end(), [](const auto& h) { return bool(h); });
+    return static_cast<unsigned>(live);
 }
 
 bool ParamCore::applyConstraints(LightweightString<wchar_t>& text)

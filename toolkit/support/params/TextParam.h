@@ -30,8 +30,8 @@ protected:
 
 private:
     LightweightString<wchar_t> m_hint;
-    bool m_obfuscated;
-    bool m_advance;
+    bool m_obfuscated = false;
+    bool m_advance = false;
 };
 
 class LabelParam : public ParamCore {
