@@ -1,0 +1,58 @@
+#include "toolkit/ui/UifStd.h"
+
+int UifStd::getButtonHeight()
+{
+    return 22;
+}
+
+int UifStd::getRowGap()
+{
+    return 4;
+}
+
+int UifStd::getWidgetGap()
+{
+    return 6;
+}
+
+int UifStd::getIndentWidth()
+{
+    return 12;
+}
+
+int UifStd::getBorder()
+{
+    return 3;
+}
+
+int UifStd::getScrollBarWidth()
+{
+    return 14;
+}
+
+Pictor::FontDesc UifStd::getTitleFont()
+{
+    return Pictor::getTitleFontDesc();
+}
+
+Pictor::FontDesc UifStd::getDefaultFont()
+{
+    return Pictor::FontDesc(getDefaultFontName(), getDefaultFontSize());
+}
+
+const Palette& UifStd::getColourScheme()
+{
+    static const Palette scheme;
+    return scheme;
+}
+
+Colour UifStd::getScreenBackground()
+{
+    return Colour::fromBytes(22, 23, 26);
+}
+
+const WindowArrangement& UifStd::getWindowArrangement()
+{
+    static const WindowArrangement arrangement;
+    return arrangement;
+}

@@ -1,0 +1,37 @@
+#pragma once
+// UifStd: the standard metrics, fonts and colours of the user interface, in pixels. Widgets lay themselves out
+// from these rather than from numbers of their own, so the whole interface keeps one rhythm.
+
+#include "toolkit/gfx/FontDesc.h"
+#include "toolkit/ui/Palette.h"
+
+// How top-level panels are arranged on the screen.
+struct WindowArrangement {
+    int titleBarHeight = 22;
+    // New and moved panels keep this far inside the screen's edges.
+    int screenMargin = 8;
+    // Panels opened one after another without a position step down and right by this much.
+    int cascadeStep = 24;
+    // A press anywhere on a panel brings it to the front.
+    bool raiseOnClick = true;
+};
+
+class UifStd {
+public:
+    static int getButtonHeight();
+    // Between rows of a panel.
+    static int getRowGap();
+    // Between widgets side by side, and between a widget and its panel's edge.
+    static int getWidgetGap();
+    static int getIndentWidth();
+    // The width of a panel's border.
+    static int getBorder();
+    static int getScrollBarWidth();
+    static Pictor::FontDesc getTitleFont();
+    static Pictor::FontDesc getDefaultFont();
+    // The standard palette.
+    static const Palette& getColourScheme();
+    // The desktop colour behind every panel.
+    static Colour getScreenBackground();
+    static const WindowArrangement& getWindowArrangement();
+};
