@@ -29,7 +29,8 @@ MenuGlob::MenuGlob(uint16_t width, uint16_t height, const Palette& palette, Canv
 }
 
 // A copy is a new, closed menu with the same items: never a second handle on a pop-up.
-MenuGlob::MenuGlob(const MenuGlob& other) : Glob(other), m_items(other.m_items), m_minWidth(other.m_minWidth) {}
+MenuGlob::MenuGlob(const MenuGlob& other)
+    : EventHandler(other), Cv::InternalRefCount(other), iVirtual(other), iObject(other), Glob(other), m_items(other.m_items), m_minWidth(other.m_minWidth) {}
 
 MenuGlob::MenuGlob(MenuGlob&& other) : MenuGlob(static_cast<const MenuGlob&>(other)) {}
 
