@@ -1,0 +1,684 @@
+#include "toolkit/gfx/FontEngine.h"
+
+#include <glib.h>
+#include <hb.h>
+#include <pango/pangocairo.h>
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+namespace Pictor {
+
+namespace {
+
+// One shaper context for every font: the same rendering options for measuring and drawing. Hinting of advance
+// widths is off and glyph positions are not rounded, so widths are fractional and do not depend on position;
+// outlines get light (vertical only) hinting and grayscale antialiasing so that text stays crisp.
+PangoContext* sharedContext()
+{
+    static PangoContext* context = [] {
+        PangoFontMap* fontMap = pango_cairo_font_map_new();
+        PangoContext* created = pango_font_map_create_context(fontMap);
+        g_object_unref(fontMap);
+        cairo_font_options_t* options = cairo_font_options_create();
+        cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
+        cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_SLIGHT);
+        cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
+        pango_cairo_context_set_font_options(created, options);
+        cairo_font_options_destroy(options);
+        pango_context_set_round_glyph_positions(created, FALSE);
+        pango_context_set_language(created, pango_language_get_default());
+        return created;
+    }();
+    return context;
+}
+
+hb_language_t shapingLanguage()
+{
+    static const hb_language_t language =
+        hb_language_from_string(pango_language_to_string(pango_context_get_language(sharedContext())), -1);
+    return language;
+}
+
+BreakClass breakClassOf(GUnicodeBreakType type)
+{
+    switch (type) {
+    case G_UNICODE_BREAK_ALPHABETIC:
+    case G_UNICODE_BREAK_AMBIGUOUS: // resolved as alphabetic outside East Asian text
+        return BreakClass::AL;
+    case G_UNICODE_BREAK_NUMERIC:
+        return BreakClass::NU;
+    case G_UNICODE_BREAK_SPACE:
+        return BreakClass::SP;
+    case G_UNICODE_BREAK_INFIX_SEPARATOR:
+        return BreakClass::IS;
+    case G_UNICODE_BREAK_EXCLAMATION:
+        return BreakClass::EX;
+    case G_UNICODE_BREAK_QUOTATION:
+        return BreakClass::QU;
+    case G_UNICODE_BREAK_OPEN_PUNCTUATION:
+        return BreakClass::OP;
+    case G_UNICODE_BREAK_CLOSE_PARANTHESIS:
+        return BreakClass::CP;
+    case G_UNICODE_BREAK_CLOSE_PUNCTUATION:
+        return BreakClass::CL;
+    case G_UNICODE_BREAK_SYMBOL:
+        return BreakClass::SY;
+    case G_UNICODE_BREAK_HYPHEN:
+        return BreakClass::HY;
+    case G_UNICODE_BREAK_PREFIX:
+        return BreakClass::PR;
+    case G_UNICODE_BREAK_POSTFIX:
+        return BreakClass::PO;
+    case G_UNICODE_BREAK_AFTER:
+        return BreakClass::BA;
+    case G_UNICODE_BREAK_NON_BREAKING_GLUE:
+        return BreakClass::GL;
+    default:
+        return BreakClass::Other;
+    }
+}
+
+uint32_t codepointOfSlot(int slot)
+{
+    if (slot < 0x250)
+        return static_cast<uint32_t>(slot);
+    if (slot < 0x2A0)
+        return 0x2010 + static_cast<uint32_t>(slot - 0x250);
+    if (slot < 0x2C0)
+        return 0x20A0 + static_cast<uint32_t>(slot - 0x2A0);
+    if (slot < 0x310)
+        return 0x2100 + static_cast<uint32_t>(slot - 0x2C0);
+    return 0x2190 + static_cast<uint32_t>(slot - 0x310);
+}
+
+std::array<CharInfo, FontEngine::kTableSize> buildCharInfo()
+{
+    std::array<CharInfo, FontEngine::kTableSize> table{};
+    for (int slot = 0; slot < FontEngine::kTableSize; ++slot) {
+        CharInfo& info = table[slot];
+        const gunichar c = codepointOfSlot(slot);
+        info.codepoint = c;
+        const GUnicodeType type = g_unichar_type(c);
+        const GUnicodeScript script = g_unichar_get_script(c);
+        const bool excluded = type == G_UNICODE_CONTROL || type == G_UNICODE_FORMAT
+            || type == G_UNICODE_UNASSIGNED || type == G_UNICODE_PRIVATE_USE || type == G_UNICODE_SURROGATE
+            || type == G_UNICODE_NON_SPACING_MARK || type == G_UNICODE_SPACING_MARK
+            || type == G_UNICODE_ENCLOSING_MARK || type == G_UNICODE_LINE_SEPARATOR
+            || type == G_UNICODE_PARAGRAPH_SEPARATOR
+            || (script != G_UNICODE_SCRIPT_LATIN && script != G_UNICODE_SCRIPT_COMMON);
+        if (excluded)
+            continue;
+        uint8_t flags = charInTables;
+        if (g_unichar_isspace(c))
+            flags |= charWhite;
+        if (script == G_UNICODE_SCRIPT_LATIN) {
+            flags |= charLatin;
+            if (g_unichar_isalpha(c))
+                flags |= charLatinLetter;
+        }
+        if (g_unichar_isalpha(c) || g_unichar_isdigit(c) || type == G_UNICODE_CONNECT_PUNCTUATION)
+            flags |= charWordPart;
+        info.breakClass = breakClassOf(g_unichar_break_type(c));
+        // The hyphenation point turns into a hyphen when a line breaks after it: left to the shaper.
+        if (info.breakClass != BreakClass::Other && c != 0x2027)
+            flags |= charWrapSimple;
+        info.flags = flags;
+    }
+    return table;
+}
+
+const std::array<CharInfo, FontEngine::kTableSize>& charTable()
+{
+    static const auto table = buildCharInfo();
+    return table;
+}
+
+// Decodes one UTF-8 sequence; answers false for anything malformed (overlong, surrogate, out of range).
+bool decodeUtf8(const unsigned char*& p, const unsigned char* end, uint32_t& out)
+{
+    const unsigned char c = *p;
+    if (c < 0x80) {
+        out = c;
+        ++p;
+        return true;
+    }
+    int extra;
+    uint32_t value;
+    uint32_t minimum;
+    if ((c & 0xE0) == 0xC0) {
+        extra = 1;
+        value = c & 0x1F;
+        minimum = 0x80;
+    } else if ((c & 0xF0) == 0xE0) {
+        extra = 2;
+        value = c & 0x0F;
+        minimum = 0x800;
+    } else if ((c & 0xF8) == 0xF0) {
+        extra = 3;
+        value = c & 0x07;
+        minimum = 0x10000;
+    } else {
+        return false;
+    }
+    if (end - p <= extra)
+        return false;
+    for (int i = 1; i <= extra; ++i) {
+        if ((p[i] & 0xC0) != 0x80)
+            return false;
+        value = (value << 6) | (p[i] & 0x3F);
+    }
+    if (value < minimum || value > 0x10FFFF || (value >= 0xD800 && value <= 0xDFFF))
+        return false;
+    out = value;
+    p += extra + 1;
+    return true;
+}
+
+// The shaper wants valid UTF-8 without NUL characters; anything else becomes U+FFFD.
+std::string sanitisedUtf8(std::string_view text)
+{
+    std::string out;
+    out.reserve(text.size());
+    auto p = reinterpret_cast<const unsigned char*>(text.data());
+    const auto end = p + text.size();
+    while (p < end) {
+        const unsigned char* start = p;
+        uint32_t c;
+        if (decodeUtf8(p, end, c) && c != 0)
+            out.append(reinterpret_cast<const char*>(start), static_cast<size_t>(p - start));
+        else {
+            out.append("\xEF\xBF\xBD");
+            if (p == start)
+                ++p;
+        }
+    }
+    return out;
+}
+
+bool isValidShaperText(std::string_view text)
+{
+    return g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr)
+        && std::memchr(text.data(), 0, text.size()) == nullptr;
+}
+
+} // namespace
+
+int FontEngine::tableIndex(uint32_t c)
+{
+    if (c < 0x250)
+        return static_cast<int>(c);
+    if (c >= 0x2010 && c < 0x2060)
+        return 0x250 + static_cast<int>(c - 0x2010);
+    if (c >= 0x20A0 && c < 0x20C0)
+        return 0x2A0 + static_cast<int>(c - 0x20A0);
+    if (c >= 0x2100 && c < 0x2150)
+        return 0x2C0 + static_cast<int>(c - 0x2100);
+    if (c >= 0x2190 && c < 0x2200)
+        return 0x310 + static_cast<int>(c - 0x2190);
+    return -1;
+}
+
+const CharInfo& FontEngine::charInfo(int index)
+{
+    return charTable()[static_cast<size_t>(index)];
+}
+
+FontEngine::FontEngine(const FontDesc& desc) : m_desc(desc), m_info(charTable().data())
+{
+    PangoContext* context = sharedContext();
+    m_pangoDesc = pango_font_description_new();
+    const LightweightString<char> family = desc.name.empty() ? getDefaultFontName() : desc.name;
+    pango_font_description_set_family(m_pangoDesc, family.c_str());
+    pango_font_description_set_absolute_size(m_pangoDesc, std::clamp(desc.size, 1, 1000) * double(PANGO_SCALE));
+    pango_font_description_set_weight(m_pangoDesc, desc.bold() ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
+    pango_font_description_set_style(m_pangoDesc, desc.italic() ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
+
+    m_font = pango_context_load_font(context, m_pangoDesc);
+    if (m_font)
+        m_hbFont = pango_font_get_hb_font(m_font);
+    m_buffer = hb_buffer_create();
+
+    PangoLayout* lay = layout();
+    pango_layout_set_text(lay, "", 0);
+    PangoRectangle logical;
+    pango_layout_get_extents(lay, nullptr, &logical);
+    m_lineHeight = logical.height / double(PANGO_SCALE);
+    m_ascent = pango_layout_get_baseline(lay) / double(PANGO_SCALE);
+    m_descent = m_lineHeight - m_ascent;
+
+    if (m_font) {
+        PangoFontMetrics* metrics = pango_font_get_metrics(m_font, pango_context_get_language(context));
+        m_approximateCharWidth = pango_font_metrics_get_approximate_char_width(metrics);
+        pango_font_metrics_unref(metrics);
+    }
+
+    for (auto& table : m_asciiKern)
+        table.assign(128 * 128, kKernUnknown);
+    for (auto& rows : m_kernRows)
+        rows.resize(kTableSize);
+
+    if (!m_hbFont)
+        return; // no font at all: everything goes through the full shaper, which draws placeholder boxes
+
+    // Each character the tables may hold must have its own glyph that shapes to itself, alone.
+    for (int slot = 0; slot < kTableSize; ++slot) {
+        const CharInfo& info = charInfo(slot);
+        hb_codepoint_t glyph;
+        if (!(info.flags & charInTables) || !hb_font_get_nominal_glyph(m_hbFont, info.codepoint, &glyph))
+            continue;
+        shape(&info.codepoint, 1, (info.flags & charLatin) != 0);
+        unsigned count = 0;
+        const hb_glyph_info_t* glyphs = hb_buffer_get_glyph_infos(m_buffer, &count);
+        const hb_glyph_position_t* positions = hb_buffer_get_glyph_positions(m_buffer, &count);
+        if (count != 1 || glyphs[0].codepoint != glyph || positions[0].x_offset != 0 || positions[0].y_offset != 0
+            || positions[0].y_advance != 0)
+            continue;
+        m_glyph[slot] = glyph;
+        m_advance[slot] = positions[0].x_advance;
+        m_usable[slot] = true;
+    }
+    for (int c = 0; c < 128; ++c) {
+        m_asciiUsable[c] = m_usable[c];
+        m_asciiLatin[c] = (m_info[c].flags & charLatin) != 0;
+    }
+
+    hb_codepoint_t glyph;
+    if (!hb_font_get_nominal_glyph(m_hbFont, 0x2010, &glyph))
+        m_hyphenCodepoint = '-';
+    const int hyphenSlot = tableIndex(m_hyphenCodepoint);
+    m_hyphenSlot = m_usable[hyphenSlot] ? hyphenSlot : -1;
+}
+
+FontEngine::~FontEngine()
+{
+    if (m_layout)
+        g_object_unref(m_layout);
+    if (m_buffer)
+        hb_buffer_destroy(m_buffer);
+    if (m_font)
+        g_object_unref(m_font);
+    if (m_pangoDesc)
+        pango_font_description_free(m_pangoDesc);
+}
+
+PangoLayout* FontEngine::layout()
+{
+    if (!m_layout) {
+        m_layout = pango_layout_new(sharedContext());
+        pango_layout_set_font_description(m_layout, m_pangoDesc);
+    }
+    return m_layout;
+}
+
+void FontEngine::shape(const uint32_t* codepoints, size_t count, bool latin)
+{
+    hb_buffer_clear_contents(m_buffer);
+    hb_buffer_add_utf32(m_buffer, codepoints, static_cast<int>(count), 0, static_cast<int>(count));
+    hb_buffer_set_direction(m_buffer, HB_DIRECTION_LTR);
+    hb_buffer_set_script(m_buffer, latin ? HB_SCRIPT_LATIN : HB_SCRIPT_COMMON);
+    hb_buffer_set_language(m_buffer, shapingLanguage());
+    hb_shape(m_hbFont, m_buffer, nullptr, 0);
+}
+
+int16_t* FontEngine::slowKernCell(bool latin, uint16_t first, uint16_t second)
+{
+    std::unique_ptr<int16_t[]>& row = m_kernRows[latin][first];
+    if (!row) {
+        row = std::make_unique<int16_t[]>(kTableSize);
+        std::fill_n(row.get(), kTableSize, kKernUnknown);
+    }
+    return &row[second];
+}
+
+int16_t FontEngine::measurePair(bool latin, uint16_t first, uint16_t second)
+{
+    const uint32_t pair[2] = {charInfo(first).codepoint, charInfo(second).codepoint};
+    shape(pair, 2, latin);
+    unsigned count = 0;
+    const hb_glyph_info_t* glyphs = hb_buffer_get_glyph_infos(m_buffer, &count);
+    const hb_glyph_position_t* positions = hb_buffer_get_glyph_positions(m_buffer, &count);
+    if (count != 2 || glyphs[0].codepoint != m_glyph[first] || glyphs[1].codepoint != m_glyph[second]
+        || glyphs[0].cluster != 0 || glyphs[1].cluster != 1)
+        return kKernComplex;
+    for (unsigned i = 0; i < 2; ++i) {
+        if (positions[i].x_offset != 0 || positions[i].y_offset != 0 || positions[i].y_advance != 0)
+            return kKernComplex;
+    }
+    const int kern = positions[0].x_advance + positions[1].x_advance - m_advance[first] - m_advance[second];
+    if (kern <= kKernComplex || kern > std::numeric_limits<int16_t>::max())
+        return kKernComplex; // too large for the table: let the shaper handle this pair
+    return static_cast<int16_t>(kern);
+}
+
+bool FontEngine::isLatinRun(const uint16_t* slots, size_t count)
+{
+    const CharInfo* info = charTable().data();
+    for (size_t i = 0; i < count; ++i) {
+        if (info[slots[i]].flags & charLatin)
+            return true;
+    }
+    return false;
+}
+
+bool FontEngine::toSlots(std::string_view utf8, std::vector<uint16_t>& slots, std::vector<uint32_t>* offsets) const
+{
+    slots.resize(utf8.size());
+    if (offsets)
+        offsets->resize(utf8.size() + 1);
+    auto p = reinterpret_cast<const unsigned char*>(utf8.data());
+    const auto begin = p;
+    const auto end = p + utf8.size();
+    size_t n = 0;
+    while (p < end) {
+        if (offsets)
+            (*offsets)[n] = static_cast<uint32_t>(p - begin);
+        int slot;
+        if (*p < 0x80) {
+            slot = *p++;
+        } else {
+            uint32_t c;
+            if (!decodeUtf8(p, end, c))
+                return false;
+            slot = tableIndex(c);
+            if (slot < 0)
+                return false;
+        }
+        if (!m_usable[slot])
+            return false;
+        slots[n++] = static_cast<uint16_t>(slot);
+    }
+    slots.resize(n);
+    if (offsets) {
+        (*offsets)[n] = static_cast<uint32_t>(utf8.size());
+        offsets->resize(n + 1);
+    }
+    return true;
+}
+
+bool FontEngine::toSlots(std::wstring_view text, std::vector<uint16_t>& slots, std::vector<uint32_t>* offsets) const
+{
+    slots.resize(text.size());
+    for (size_t i = 0; i < text.size(); ++i) {
+        const int slot = tableIndex(static_cast<uint32_t>(text[i]));
+        if (slot < 0 || !m_usable[slot])
+            return false;
+        slots[i] = static_cast<uint16_t>(slot);
+    }
+    if (offsets) {
+        offsets->resize(text.size() + 1);
+        for (size_t i = 0; i <= text.size(); ++i)
+            (*offsets)[i] = static_cast<uint32_t>(i);
+    }
+    return true;
+}
+
+int64_t FontEngine::shapeWidth(const uint16_t* slots, size_t count, bool latin, bool withHyphen)
+{
+    if (!m_hbFont)
+        return 0;
+    m_scratchCodepoints.clear();
+    for (size_t i = 0; i < count; ++i)
+        m_scratchCodepoints.push_back(m_info[slots[i]].codepoint);
+    if (withHyphen)
+        m_scratchCodepoints.push_back(m_hyphenCodepoint);
+    shape(m_scratchCodepoints.data(), m_scratchCodepoints.size(), latin);
+    unsigned n = 0;
+    const hb_glyph_position_t* positions = hb_buffer_get_glyph_positions(m_buffer, &n);
+    int64_t width = 0;
+    for (unsigned i = 0; i < n; ++i)
+        width += positions[i].x_advance;
+    return width;
+}
+
+const FontEngine::ComplexWord& FontEngine::complexWord(const uint16_t* slots, size_t count, bool latin)
+{
+    auto& cache = m_wordCache[latin];
+    const std::u16string_view key(reinterpret_cast<const char16_t*>(slots), count);
+    if (auto found = cache.find(key); found != cache.end())
+        return found->second;
+    if (cache.size() > 8192)
+        cache.clear(); // a crude bound: user-interface text repeats few such words
+
+    ComplexWord word;
+    word.logicalWidths.assign(count, 0);
+    if (m_hbFont) {
+        m_scratchCodepoints.clear();
+        for (size_t i = 0; i < count; ++i)
+            m_scratchCodepoints.push_back(m_info[slots[i]].codepoint);
+        shape(m_scratchCodepoints.data(), count, latin);
+        unsigned n = 0;
+        const hb_glyph_info_t* glyphs = hb_buffer_get_glyph_infos(m_buffer, &n);
+        const hb_glyph_position_t* positions = hb_buffer_get_glyph_positions(m_buffer, &n);
+        // Left-to-right text: clusters ascend. Each cluster's width is shared evenly by its characters, the
+        // remainder going to the first.
+        unsigned g = 0;
+        while (g < n) {
+            const unsigned cluster = glyphs[g].cluster;
+            int64_t clusterWidth = 0;
+            while (g < n && glyphs[g].cluster == cluster)
+                clusterWidth += positions[g++].x_advance;
+            const unsigned next = g < n ? glyphs[g].cluster : static_cast<unsigned>(count);
+            const unsigned chars = next > cluster ? next - cluster : 1;
+            const int64_t share = clusterWidth / chars;
+            for (unsigned c = cluster; c < cluster + chars && c < count; ++c)
+                word.logicalWidths[c] = static_cast<int32_t>(share);
+            if (cluster < count)
+                word.logicalWidths[cluster] += static_cast<int32_t>(clusterWidth - share * chars);
+            word.width += clusterWidth;
+        }
+    }
+    return cache.emplace(std::u16string(key), std::move(word)).first->second;
+}
+
+int64_t FontEngine::hyphenWidth(bool latin, uint16_t last)
+{
+    if (m_hyphenSlot < 0)
+        return 0;
+    const auto hyphen = static_cast<uint16_t>(m_hyphenSlot);
+    int k = kern(latin, last, hyphen);
+    if (k == kKernComplex)
+        return shapeWidth(&last, 1, latin, true) - m_advance[last];
+    return m_advance[hyphen] + k;
+}
+
+int64_t FontEngine::measureByWords(const uint16_t* slots, size_t count, bool latin)
+{
+    int64_t width = 0;
+    size_t i = 0;
+    while (i < count) {
+        if (m_info[slots[i]].flags & charWhite) {
+            width += m_advance[slots[i]];
+            if (i + 1 < count) {
+                const int k = kern(latin, slots[i], slots[i + 1]);
+                if (k == kKernComplex)
+                    return shapeWidth(slots, count, latin, false);
+                width += k;
+            }
+            ++i;
+            continue;
+        }
+        size_t j = i;
+        bool complex = false;
+        int64_t plain = 0;
+        while (j < count && !(m_info[slots[j]].flags & charWhite)) {
+            plain += m_advance[slots[j]];
+            if (j + 1 < count && !(m_info[slots[j + 1]].flags & charWhite)) {
+                const int k = kern(latin, slots[j], slots[j + 1]);
+                if (k == kKernComplex)
+                    complex = true;
+                else
+                    plain += k;
+            }
+            ++j;
+        }
+        width += complex ? complexWord(slots + i, j - i, latin).width : plain;
+        if (j < count) {
+            const int k = kern(latin, slots[j - 1], slots[j]);
+            if (k == kKernComplex)
+                return shapeWidth(slots, count, latin, false);
+            width += k;
+        }
+        i = j;
+    }
+    return width;
+}
+
+int64_t FontEngine::measureSlots(const uint16_t* slots, size_t count)
+{
+    if (count == 0)
+        return 0;
+    const bool latin = isLatinRun(slots, count);
+    int64_t width = m_advance[slots[0]];
+    for (size_t i = 1; i < count; ++i) {
+        const int k = kern(latin, slots[i - 1], slots[i]);
+        if (k == kKernComplex)
+            return measureByWords(slots, count, latin);
+        width += m_advance[slots[i]] + k;
+    }
+    return width;
+}
+
+int64_t FontEngine::measure(std::string_view utf8)
+{
+    const auto* s = reinterpret_cast<const unsigned char*>(utf8.data());
+    const size_t n = utf8.size();
+    if (n == 0)
+        return 0;
+
+    // Plain ASCII is by far the most common text: measured straight from the bytes.
+    bool latin = false;
+    size_t i = 0;
+    for (; i < n; ++i) {
+        const unsigned char c = s[i];
+        if (c >= 128 || !m_asciiUsable[c])
+            break;
+        latin |= m_asciiLatin[c];
+    }
+    if (i == n) {
+        const int16_t* table = m_asciiKern[latin].data();
+        int64_t width = m_advance[s[0]];
+        for (size_t j = 1; j < n; ++j) {
+            int k = table[s[j - 1] * 128 + s[j]];
+            if (k <= kKernComplex) {
+                k = kern(latin, s[j - 1], s[j]);
+                if (k == kKernComplex) {
+                    m_scratchSlots.assign(s, s + n);
+                    return measureByWords(m_scratchSlots.data(), n, latin);
+                }
+            }
+            width += m_advance[s[j]] + k;
+        }
+        return width;
+    }
+    if (toSlots(utf8, m_scratchSlots, nullptr))
+        return measureSlots(m_scratchSlots.data(), m_scratchSlots.size());
+    return shapeWithPango(utf8).width;
+}
+
+int64_t FontEngine::measure(std::wstring_view text)
+{
+    if (toSlots(text, m_scratchSlots, nullptr))
+        return measureSlots(m_scratchSlots.data(), m_scratchSlots.size());
+    return shapeWithPango(toUTF8(text).view()).width;
+}
+
+TextExtents FontEngine::extents(std::string_view utf8)
+{
+    TextExtents e;
+    e.ascent = m_ascent;
+    e.descent = m_descent;
+    e.lineHeight = m_lineHeight;
+    if (toSlots(utf8, m_scratchSlots, nullptr)) {
+        e.width = measureSlots(m_scratchSlots.data(), m_scratchSlots.size()) / double(kShaperUnits);
+        e.height = m_lineHeight;
+        return e;
+    }
+    const ShapedLines shaped = shapeWithPango(utf8);
+    e.width = shaped.width / double(kShaperUnits);
+    e.height = shaped.height / double(kShaperUnits);
+    e.lines = shaped.lines;
+    return e;
+}
+
+TextExtents FontEngine::extents(std::wstring_view text)
+{
+    if (toSlots(text, m_scratchSlots, nullptr)) {
+        TextExtents e;
+        e.ascent = m_ascent;
+        e.descent = m_descent;
+        e.lineHeight = m_lineHeight;
+        e.width = measureSlots(m_scratchSlots.data(), m_scratchSlots.size()) / double(kShaperUnits);
+        e.height = m_lineHeight;
+        return e;
+    }
+    return extents(toUTF8(text).view());
+}
+
+FontEngine::ShapedLines FontEngine::shapeWithPango(std::string_view utf8)
+{
+    PangoLayout* lay = layout();
+    pango_layout_set_width(lay, -1);
+    if (isValidShaperText(utf8))
+        pango_layout_set_text(lay, utf8.data(), static_cast<int>(utf8.size()));
+    else {
+        const std::string clean = sanitisedUtf8(utf8);
+        pango_layout_set_text(lay, clean.data(), static_cast<int>(clean.size()));
+    }
+    PangoRectangle logical;
+    pango_layout_get_extents(lay, nullptr, &logical);
+    ShapedLines result;
+    result.width = logical.width;
+    result.height = logical.height;
+    result.lines = pango_layout_get_line_count(lay);
+    return result;
+}
+
+std::vector<FontEngine::PangoLine> FontEngine::wrapWithPango(std::string_view utf8, int widthUnits)
+{
+    std::string clean;
+    if (!isValidShaperText(utf8)) {
+        clean = sanitisedUtf8(utf8);
+        utf8 = clean;
+    }
+    PangoLayout* lay = layout();
+    pango_layout_set_width(lay, std::max(widthUnits, 0));
+    pango_layout_set_wrap(lay, PANGO_WRAP_WORD_CHAR);
+    pango_layout_set_text(lay, utf8.data(), static_cast<int>(utf8.size()));
+    std::vector<PangoLine> lines;
+    for (GSList* item = pango_layout_get_lines_readonly(lay); item; item = item->next) {
+        const auto* line = static_cast<PangoLayoutLine*>(item->data);
+        PangoLine out{static_cast<size_t>(line->start_index), static_cast<size_t>(line->start_index + line->length),
+                      false};
+        if (GSList* last = g_slist_last(line->runs)) {
+            const auto* run = static_cast<PangoGlyphItem*>(last->data);
+            out.hyphen = run && (run->item->analysis.flags & PANGO_ANALYSIS_FLAG_NEED_HYPHEN);
+        }
+        lines.push_back(out);
+    }
+    pango_layout_set_width(lay, -1);
+    // Positions of the sanitised text map back one to one only when nothing was replaced; otherwise the
+    // caller's text is not valid UTF-8 and approximate positions are the best answer there is.
+    for (auto& line : lines) {
+        line.begin = std::min(line.begin, utf8.size());
+        line.end = std::min(line.end, utf8.size());
+    }
+    return lines;
+}
+
+void FontEngine::draw(cairo_t* cr, std::string_view utf8, double x, double baseline)
+{
+    PangoLayout* lay = layout();
+    pango_layout_set_width(lay, -1);
+    if (isValidShaperText(utf8))
+        pango_layout_set_text(lay, utf8.data(), static_cast<int>(utf8.size()));
+    else {
+        const std::string clean = sanitisedUtf8(utf8);
+        pango_layout_set_text(lay, clean.data(), static_cast<int>(clean.size()));
+    }
+    cairo_move_to(cr, x, baseline - pango_layout_get_baseline(lay) / double(PANGO_SCALE));
+    pango_cairo_show_layout(cr, lay);
+}
+
+} // namespace Pictor

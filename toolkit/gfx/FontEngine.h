@@ -1,0 +1,182 @@
+#pragma once
+// FontEngine: the machinery behind one Pictor::Font, shared by the measuring, wrapping and drawing code of the
+// graphics layer. Not for use outside toolkit/gfx.
+//
+// Widths are kept in shaper units (1/1024 pixel) so that sums are exact integers, identical to what the text
+// shaper adds up when it lays out the same text.
+//
+// The fast tables cover the characters of Latin text: Latin letters, digits, ASCII and Latin-1 punctuation and
+// symbols, general punctuation, currency signs, letter-like symbols and arrows. Each character is first checked
+// against the font: it must have its own glyph that shapes to itself. Pair kerning is measured by shaping the
+// pair, the first time the pair is met. A pair that the font turns into something else (a ligature such as
+// "fi") is marked complex; a word holding one is measured whole by the shaper and remembered.
+//
+// The shaper applies different kerning to a run of Latin text and to a run with no letters at all (digits and
+// punctuation only), so there are two sets of kerning tables, chosen per text.
+
+#include "toolkit/gfx/Font.h"
+#include "toolkit/gfx/FontDesc.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+struct _cairo;
+struct _PangoLayout;
+struct _PangoFont;
+struct _PangoFontDescription;
+struct hb_font_t;
+struct hb_buffer_t;
+
+namespace Pictor {
+
+constexpr int kShaperUnits = 1024;
+
+// Line-breaking classes of the characters the fast wrapper handles; anything else is `Other`.
+enum class BreakClass : uint8_t { AL, NU, SP, IS, EX, QU, OP, CP, CL, SY, HY, PR, PO, BA, GL, Other };
+
+enum CharFlags : uint8_t {
+    charInTables = 1,   // a character the tables may hold (the font decides whether they do)
+    charWhite = 2,      // a space of any width
+    charLatin = 4,      // of the Latin script: its presence makes a text a Latin run
+    charLatinLetter = 8,
+    charWordPart = 16,  // letter, digit or connector: continues a word
+    charWrapSimple = 32 // the fast wrapper knows its line-breaking behaviour
+};
+
+struct CharInfo {
+    uint32_t codepoint = 0;
+    uint8_t flags = 0;
+    BreakClass breakClass = BreakClass::Other;
+};
+
+class FontEngine {
+public:
+    static constexpr int kTableSize = 0x380;
+    static constexpr int16_t kKernUnknown = INT16_MIN;
+    static constexpr int16_t kKernComplex = INT16_MIN + 1;
+
+    // The table slot of a character, or -1 when the tables do not cover it.
+    static int tableIndex(uint32_t codepoint);
+    static const CharInfo& charInfo(int index);
+
+    explicit FontEngine(const FontDesc& desc);
+    ~FontEngine();
+    FontEngine(const FontEngine&) = delete;
+    FontEngine& operator=(const FontEngine&) = delete;
+
+    double ascent() const { return m_ascent; }
+    double descent() const { return m_descent; }
+    double lineHeight() const { return m_lineHeight; }
+
+    // ---- Measuring (shaper units)
+    int64_t measure(std::string_view utf8);
+    int64_t measure(std::wstring_view text);
+    TextExtents extents(std::string_view utf8);
+    TextExtents extents(std::wstring_view text);
+
+    // ---- The tables, for the wrapper
+    // Maps the text to table slots; false when some character is not in this font's tables. `offsets`, when
+    // given, receives the code-unit position of each character and, last, the text's length.
+    bool toSlots(std::string_view utf8, std::vector<uint16_t>& slots, std::vector<uint32_t>* offsets) const;
+    bool toSlots(std::wstring_view text, std::vector<uint16_t>& slots, std::vector<uint32_t>* offsets) const;
+    static bool isLatinRun(const uint16_t* slots, size_t count);
+    int32_t advance(uint16_t slot) const { return m_advance[slot]; }
+    // Kerning between two neighbours, or kKernComplex.
+    int kern(bool latin, uint16_t first, uint16_t second)
+    {
+        int16_t* cell = kernCell(latin, first, second);
+        if (*cell == kKernUnknown)
+            *cell = measurePair(latin, first, second);
+        return *cell;
+    }
+    // The kerning of ASCII pairs, [first * 128 + second], for inner loops; kKernUnknown entries must go through
+    // kern() to be filled.
+    const int16_t* asciiKern(bool latin) const { return m_asciiKern[latin].data(); }
+    // The exact width of the slots as the shaper lays them out, with a hyphen after them if asked.
+    int64_t shapeWidth(const uint16_t* slots, size_t count, bool latin, bool withHyphen);
+    // A word that holds a complex pair, shaped whole and remembered: its width, and each character's share
+    // of it the way the shaper hands out the width of a ligature (evenly over its characters).
+    struct ComplexWord {
+        int64_t width = 0;
+        std::vector<int32_t> logicalWidths;
+    };
+    const ComplexWord& complexWord(const uint16_t* slots, size_t count, bool latin);
+    // Added to a line's width when the line ends in a hyphen after `last`.
+    int64_t hyphenWidth(bool latin, uint16_t last);
+    // The shaper's rough width of one character, used as its look-ahead margin when breaking lines.
+    int32_t approximateCharWidth() const { return m_approximateCharWidth; }
+
+    // ---- The full shaper: fallback measuring, wrapping and drawing
+    struct ShapedLines {
+        int64_t width = 0;
+        int64_t height = 0;
+        int lines = 1;
+    };
+    ShapedLines shapeWithPango(std::string_view utf8);
+    // Wraps as the fast wrapper does; each line as byte range plus a flag for a hyphen at its end.
+    struct PangoLine {
+        size_t begin;
+        size_t end;
+        bool hyphen;
+    };
+    std::vector<PangoLine> wrapWithPango(std::string_view utf8, int widthUnits);
+    // Draws one line with its baseline at (x, baseline) in device pixels (y down).
+    void draw(_cairo* cr, std::string_view utf8, double x, double baseline);
+
+private:
+    int16_t* kernCell(bool latin, uint16_t first, uint16_t second)
+    {
+        if ((first | second) < 128)
+            return &m_asciiKern[latin][first * 128 + second];
+        return slowKernCell(latin, first, second);
+    }
+    int16_t* slowKernCell(bool latin, uint16_t first, uint16_t second);
+    int16_t measurePair(bool latin, uint16_t first, uint16_t second);
+    void shape(const uint32_t* codepoints, size_t count, bool latin);
+    int64_t measureSlots(const uint16_t* slots, size_t count);
+    int64_t measureByWords(const uint16_t* slots, size_t count, bool latin);
+    _PangoLayout* layout();
+
+    FontDesc m_desc;
+    _PangoFontDescription* m_pangoDesc = nullptr;
+    _PangoFont* m_font = nullptr;
+    hb_font_t* m_hbFont = nullptr; // owned by m_font
+    hb_buffer_t* m_buffer = nullptr;
+    _PangoLayout* m_layout = nullptr;
+    double m_ascent = 0.0;
+    double m_descent = 0.0;
+    double m_lineHeight = 0.0;
+    int32_t m_approximateCharWidth = 0;
+    uint32_t m_hyphenCodepoint = 0x2010;
+    int m_hyphenSlot = -1;
+
+    std::array<uint32_t, kTableSize> m_glyph{};
+    std::array<int32_t, kTableSize> m_advance{};
+    std::array<bool, kTableSize> m_usable{};
+    std::array<bool, 128> m_asciiUsable{};
+    std::array<bool, 128> m_asciiLatin{};
+    const CharInfo* m_info = nullptr; // charInfo's table, at hand for the inner loops
+    // [latin][first * 128 + second] for ASCII pairs; rows per first slot for the rest.
+    std::array<std::vector<int16_t>, 2> m_asciiKern;
+    std::array<std::vector<std::unique_ptr<int16_t[]>>, 2> m_kernRows;
+
+    struct WordHash {
+        using is_transparent = void;
+        size_t operator()(std::u16string_view s) const { return std::hash<std::u16string_view>()(s); }
+    };
+    struct WordEqual {
+        using is_transparent = void;
+        bool operator()(std::u16string_view a, std::u16string_view b) const { return a == b; }
+    };
+    std::array<std::unordered_map<std::u16string, ComplexWord, WordHash, WordEqual>, 2> m_wordCache;
+    std::vector<uint32_t> m_scratchCodepoints;
+    std::vector<uint16_t> m_scratchSlots;
+};
+
+} // namespace Pictor
