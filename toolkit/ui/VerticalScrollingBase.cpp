@@ -221,23 +221,41 @@ void VerticalScrollingBase::checkForChanges()
     if (Screen* screen = getScreen())
         focus = screen->getFocus();
     const bool newFocus = focus && focus != m_lastFocus.get() && m_area->isAncestorOf(focus);
-    if (measureRows() == m_contentHeight && !newFocus)
+    if (measureRows() != m_contentHeight || newFocus)
+        scheduleCatchUp();
+}
+
+void VerticalScrollingBase::scheduleCatchUp()
+{
+    if (m_catchUpPending)
         return;
     m_catchUpPending = true;
     defer([self = GlobWatch(this)] {
-        auto* panel = static_cast<VerticalScrollingBase*>(self.get());
-        if (!panel)
-            return;
-        panel->m_catchUpPending = false;
-        panel->updateScrollExtent();
-        Glob* focused = nullptr;
-        if (Screen* screen = panel->getScreen())
-            focused = screen->getFocus();
-        if (focused && focused != panel->m_lastFocus.get() && panel->m_area->isAncestorOf(focused)) {
-            panel->m_lastFocus = GlobWatch(focused);
-            panel->ensureVisible(focused);
-        }
+        if (auto* panel = static_cast<VerticalScrollingBase*>(self.get()))
+            panel->catchUp();
     });
+}
+
+void VerticalScrollingBase::catchUp()
+{
+    m_catchUpPending = false;
+    updateScrollExtent();
+    Glob* focused = nullptr;
+    if (Screen* screen = getScreen())
+        focused = screen->getFocus();
+    if (focused && focused != m_lastFocus.get() && m_area->isAncestorOf(focused)) {
+        m_lastFocus = GlobWatch(focused);
+        ensureVisible(focused);
+    }
+}
+
+bool VerticalScrollingBase::react(const Event& event)
+{
+    // Keys that pass through unhandled may move the focus (Tab goes to the next row after this returns), so
+    // the view is checked once they have been dealt with.
+    if (event.isKey())
+        scheduleCatchUp();
+    return StandardPanel::react(event);
 }
 
 void VerticalScrollingBase::drawBorder()

@@ -7,6 +7,9 @@
 // (never shorter than the viewport); call updateScrollExtent() after adding rows. A panel that forgets notices
 // at its next paint and catches up one turn of the loop later.
 //
+// Following the focus: a row focused from the keyboard is scrolled into view after the key that moved the
+// focus; code that gives a row the focus directly calls ensureVisible() for it (or relies on the next paint).
+//
 // The offset counts pixels scrolled from the top: 0 shows the first row, getMaxScroll() the last. Every way
 // of scrolling (wheel, bar, keyboard focus, scrollTo) clamps to that range. A row that takes the keyboard
 // focus is scrolled into view.
@@ -51,6 +54,7 @@ public:
     GlobBox getScrollBarBox() const;
 
     // ---- Overrides
+    bool react(const Event& event) override;
     bool handleMouseEvent(const Event& event) override;
     void reshape() override;
     void drawBorder() override;
@@ -61,6 +65,9 @@ private:
     void placeArea();
     // Called while painting: geometry must not change during a paint, so catching up is deferred.
     void checkForChanges();
+    // Measures the rows and follows the focus, one turn of the loop later.
+    void scheduleCatchUp();
+    void catchUp();
     int measureRows() const;
 
     Glob* m_viewport = nullptr;
