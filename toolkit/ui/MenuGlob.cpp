@@ -115,7 +115,8 @@ XY<int> MenuGlob::calcSize() const
     int textWidth = 0;
     int height = 2 * framePad;
     for (size_t i = 0; i < m_items.size(); ++i) {
-        textWidth = std::max(textWidth, font->pixelWidth(m_items[i].getDisplayText().view()));
+        const int indent = m_items[i].getType() == MenuItemInGroup ? UifStd::getIndentWidth() : 0;
+        textWidth = std::max(textWidth, indent + font->pixelWidth(m_items[i].getDisplayText().view()));
         height += rowHeight(i);
     }
     // The style painter insets text by about a widget gap on each side; one gap more keeps it off the edge.
@@ -285,7 +286,19 @@ void MenuGlob::drawItem(size_t index, const GlobBox& box, bool highlighted)
         return;
     }
     if (item.isHeading()) {
-        StylePainter::drawLabel(p, box, getPalette(), item.getDisplayText().view(), Pictor::TextAlign::Left, false);
+        // Headings read as titles of what follows: the legend colour, lined up with the entries' text.
+        Palette heading = getPalette();
+        heading.set(Palette::Text, heading.subheadingText());
+        StylePainter::drawMenuItem(p, box, heading, item.getDisplayText().view(), false, true);
+        return;
+    }
+    if (item.getType() == MenuItemInGroup) {
+        // Entries under a heading are set in, so the group shows as one.
+        const GlobBox indented(box.left() + UifStd::getIndentWidth(), box.bottom(), box.right(), box.top());
+        if (highlighted)
+            p.fillRect(box, getPalette().highlight());
+        StylePainter::drawMenuItem(p, indented, getPalette(), item.getDisplayText().view(), highlighted,
+                                   item.isEnabled());
         return;
     }
     StylePainter::drawMenuItem(p, box, getPalette(), item.getDisplayText().view(), highlighted, item.isEnabled());
