@@ -148,7 +148,8 @@ std::unique_ptr<SdlBackend> SdlBackend::create(const Options& options)
         return nullptr;
     }
     auto state = std::make_unique<State>();
-    Uint32 flags = SDL_WINDOW_ALLOW_HIGHDPI;
+    // Not high-DPI aware: window points and screen pixels stay one and the same, so input needs no scaling.
+    Uint32 flags = 0;
     if (options.resizable)
         flags |= SDL_WINDOW_RESIZABLE;
     flags |= options.hidden ? SDL_WINDOW_HIDDEN : SDL_WINDOW_SHOWN;

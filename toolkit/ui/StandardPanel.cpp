@@ -35,6 +35,27 @@ constexpr int buttonMargin = 2;
 
 } // namespace
 
+StandardPanel::InitArgs StandardPanel::InitArgs::fromInfo(const GlobCreationInfo& info)
+{
+    InitArgs args(info);
+    LightweightString<char> title;
+    if (info.config.in("title", title) == 0)
+        args.title = UIString(fromUTF8(title.view()));
+    return args;
+}
+
+namespace {
+
+// Panels can be made by type name (a factory wrapper, a layout read from a file).
+const bool registeredByName = [] {
+    GlobManager::registerType("StandardPanel", [](const GlobCreationInfo& info) -> Glob* {
+        return new StandardPanel(StandardPanel::InitArgs::fromInfo(info));
+    });
+    return true;
+}();
+
+} // namespace
+
 StandardPanel::StandardPanel(const InitArgs& args)
     : Glob(args), m_title(args.title), m_widgets(args.standardWidgets), m_border(args.border)
 {

@@ -18,6 +18,8 @@
 //   drag on an edge or corner         | resizes a resizable panel (never below getMinSize())
 //   Escape / Return                   | as close / do-it, when the panel has that button
 // A press on the panel also gives it the keyboard, unless one of its children holds it already.
+//
+// GlobManager makes one by the type name "StandardPanel" (title from the "title" setting of the info).
 
 #include "toolkit/ui/Glob.h"
 #include "toolkit/ui/MenuItem.h"
@@ -49,6 +51,8 @@ public:
         {
         }
         InitArgs(const GlobCreationInfo& info) : GlobCreationInfo(info) {}
+        // For panels made by type name: the title comes from the info's "title" setting.
+        static InitArgs fromInfo(const GlobCreationInfo& info);
 
         UIString title;
         BorderStyle border = RaisedBorder;

@@ -2,11 +2,23 @@
 
 #include "toolkit/gfx/Painter.h"
 #include "toolkit/support/MainThread.h"
+#include "toolkit/ui/GlobManager.h"
 #include "toolkit/ui/Screen.h"
 #include "toolkit/ui/StylePainter.h"
 #include "toolkit/ui/UifStd.h"
 
 #include <algorithm>
+
+namespace {
+
+const bool registeredByName = [] {
+    GlobManager::registerType("VerticalScrollingBase", [](const GlobCreationInfo& info) -> Glob* {
+        return new VerticalScrollingBase(StandardPanel::InitArgs::fromInfo(info));
+    });
+    return true;
+}();
+
+} // namespace
 
 VerticalScrollingBase::VerticalScrollingBase(const InitArgs& args) : StandardPanel(args)
 {
@@ -253,8 +265,19 @@ bool VerticalScrollingBase::react(const Event& event)
 {
     // Keys that pass through unhandled may move the focus (Tab goes to the next row after this returns), so
     // the view is checked once they have been dealt with.
-    if (event.isKey())
-        scheduleCatchUp();
+    if (!event.isKey())
+        return StandardPanel::react(event);
+    scheduleCatchUp();
+    // Paging keys that no row wanted move the view itself.
+    if (!event.hasAnyModifier()) {
+        switch (event.key) {
+        case Event::KeyPageUp: scrollBy(-getViewportHeight()); return true;
+        case Event::KeyPageDown: scrollBy(getViewportHeight()); return true;
+        case Event::KeyHome: scrollTo(0); return true;
+        case Event::KeyEnd: scrollTo(getMaxScroll()); return true;
+        default: break;
+        }
+    }
     return StandardPanel::react(event);
 }
 

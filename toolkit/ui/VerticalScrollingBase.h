@@ -11,7 +11,7 @@
 // focus; code that gives a row the focus directly calls ensureVisible() for it (or relies on the next paint).
 //
 // The offset counts pixels scrolled from the top: 0 shows the first row, getMaxScroll() the last. Every way
-// of scrolling (wheel, bar, keyboard focus, scrollTo) clamps to that range. A row that takes the keyboard
+// of scrolling (wheel, bar, Page Up/Down, Home/End, keyboard focus, scrollTo) clamps to that range. A row that takes the keyboard
 // focus is scrolled into view.
 
 #include "toolkit/ui/StandardPanel.h"

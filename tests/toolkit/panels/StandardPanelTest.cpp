@@ -4,6 +4,7 @@
 #include "toolkit/ui/StandardPanel.h"
 #include "toolkit/ui/TabOrderable.h"
 #include "toolkit/ui/UifStd.h"
+#include "toolkit/ui/VerticalScrollingBase.h"
 
 #include <gtest/gtest.h>
 
@@ -267,4 +268,43 @@ TEST(StandardPanel, TitleBarIsPaintedInTheTitleBarColour)
     EXPECT_NEAR(got.r(), want.r(), 0.02);
     EXPECT_NEAR(got.g(), want.g(), 0.02);
     EXPECT_NEAR(got.b(), want.b(), 0.02);
+}
+
+TEST(StandardPanel, MadeByTypeNameWithItsTitle)
+{
+    UiHarness ui;
+    GlobCreationInfo info(240, 160);
+    info.typeName = "StandardPanel";
+    info.config.set("title", "Named \xc3\xa9");
+    Glob* made = GlobManager::createGlob(info);
+    auto* panel = dynamic_cast<StandardPanel*>(made);
+    ASSERT_NE(panel, nullptr);
+    EXPECT_EQ(panel->getTitle().getString(), LightweightString<wchar_t>(L"Named \u00e9"));
+    EXPECT_EQ(panel->getSize(), XY<int>(240, 160));
+    Glob::destroy(made);
+    info.typeName = "VerticalScrollingBase";
+    made = GlobManager::createGlob(info);
+    EXPECT_NE(dynamic_cast<VerticalScrollingBase*>(made), nullptr);
+    Glob::destroy(made);
+}
+
+TEST(StandardPanel, PointerShowsWhatAnEdgeOrButtonWillDo)
+{
+    UiHarness ui;
+    auto* panel = ui.makeTopLevel<StandardPanel>(panelArgs(StandardPanel::CloseButton, true), {200, 200});
+    ui.moveTo(panel, XY<int>{299, 100});
+    ui.step();
+    EXPECT_EQ(ui.backend().getCursorShape(), CursorResizeHorizontal);
+    ui.moveTo(panel, XY<int>{150, 1});
+    ui.step();
+    EXPECT_EQ(ui.backend().getCursorShape(), CursorResizeVertical);
+    ui.moveTo(panel, XY<int>{299, 1});
+    ui.step();
+    EXPECT_EQ(ui.backend().getCursorShape(), CursorResizeDiagonal);
+    ui.moveTo(panel, panel->getStandardWidgetBox(StandardPanel::CloseButton).centre());
+    ui.step();
+    EXPECT_EQ(ui.backend().getCursorShape(), CursorHand);
+    ui.moveTo(panel, panel->getUserArea().centre());
+    ui.step();
+    EXPECT_EQ(ui.backend().getCursorShape(), CursorArrow);
 }

@@ -77,6 +77,24 @@ TEST_F(ScrollFixture, WheelScrollsAndClampsAtBothEnds)
     EXPECT_EQ(rows.front()->getScreenBox().top(), panel->getScrollArea()->parent()->getScreenBox().top());
 }
 
+TEST_F(ScrollFixture, PagingKeysMoveTheViewAndClamp)
+{
+    build(40);
+    ASSERT_TRUE(ui.focus(panel));
+    ui.pressKey(Event::KeyPageDown);
+    EXPECT_EQ(panel->getScrollOffset(), panel->getViewportHeight());
+    ui.pressKey(Event::KeyEnd);
+    EXPECT_EQ(panel->getScrollOffset(), panel->getMaxScroll());
+    ui.pressKey(Event::KeyPageDown);
+    EXPECT_EQ(panel->getScrollOffset(), panel->getMaxScroll());
+    ui.pressKey(Event::KeyPageUp);
+    EXPECT_EQ(panel->getScrollOffset(), panel->getMaxScroll() - panel->getViewportHeight());
+    ui.pressKey(Event::KeyHome);
+    EXPECT_EQ(panel->getScrollOffset(), 0);
+    ui.pressKey(Event::KeyPageUp);
+    EXPECT_EQ(panel->getScrollOffset(), 0);
+}
+
 TEST_F(ScrollFixture, ShortContentDoesNotScroll)
 {
     build(3);
