@@ -44,27 +44,27 @@ void OffscreenBackend::present(const Pictor::Image& image, const std::vector<Glo
 
 void OffscreenBackend::queueMouseButton(XY<int> pos, int button, bool down, int modifiers)
 {
-    m_queue.push_back({Input::Button, pos, button, down, modifiers, {}});
+    m_queue.push_back({ Input::Button, pos, button, down, modifiers, {} });
 }
 
 void OffscreenBackend::queueMouseMove(XY<int> pos, int modifiers)
 {
-    m_queue.push_back({Input::Move, pos, 0, false, modifiers, {}});
+    m_queue.push_back({ Input::Move, pos, 0, false, modifiers, {} });
 }
 
 void OffscreenBackend::queueMouseWheel(XY<int> pos, int notches, int modifiers)
 {
-    m_queue.push_back({Input::Wheel, pos, notches, false, modifiers, {}});
+    m_queue.push_back({ Input::Wheel, pos, notches, false, modifiers, {} });
 }
 
 void OffscreenBackend::queueKey(int key, int modifiers)
 {
-    m_queue.push_back({Input::Key, {}, key, false, modifiers, {}});
+    m_queue.push_back({ Input::Key, {}, key, false, modifiers, {} });
 }
 
 void OffscreenBackend::queueText(const LightweightString<wchar_t>& text)
 {
-    m_queue.push_back({Input::Text, {}, 0, false, 0, text});
+    m_queue.push_back({ Input::Text, {}, 0, false, 0, text });
 }
 
 bool OffscreenBackend::savePng(const std::string& utf8Path) const

@@ -19,7 +19,7 @@ public:
     // ---- ScreenBackend
     void attach(Screen& screen) override;
     bool pollEvents(Screen& screen) override;
-    void waitForEvents(int) override {}
+    void waitForEvents(int) override { }
     void present(const Pictor::Image& image, const std::vector<GlobBox>& changed) override;
     void setCursorShape(int cursorId) override { m_cursor = cursorId; }
     LightweightString<wchar_t> getClipboardText() override { return m_clipboard; }

@@ -3,9 +3,15 @@
 #include <algorithm>
 #include <string>
 
-RecordingOwner::RecordingOwner(const GlobCreationInfo& info) : Glob(info) {}
+RecordingOwner::RecordingOwner(const GlobCreationInfo& info)
+    : Glob(info)
+{
+}
 
-RecordingOwner::RecordingOwner(uint16_t width, uint16_t height) : Glob(width, height) {}
+RecordingOwner::RecordingOwner(uint16_t width, uint16_t height)
+    : Glob(width, height)
+{
+}
 
 size_t RecordingOwner::count(const char* name) const
 {
@@ -33,7 +39,7 @@ Glob* RecordingOwner::lastSender() const
 
 bool RecordingOwner::handleMessageEvent(LightweightString<char> name, Glob* sender)
 {
-    m_messages.push_back({name, sender, sender ? sender->getIdStamp() : IdStamp()});
+    m_messages.push_back({ name, sender, sender ? sender->getIdStamp() : IdStamp() });
     if (onMessage) {
         const Received copy = m_messages.back(); // the reaction may record more messages
         onMessage(copy);

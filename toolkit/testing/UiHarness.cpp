@@ -12,7 +12,7 @@ UiHarness::UiHarness(uint16_t width, uint16_t height)
     m_screen = std::make_unique<Screen>(width, height, std::move(backend));
     m_owner = new RecordingOwner(width, height);
     m_owner->setName("harness-owner");
-    show(m_owner, {0, 0});
+    show(m_owner, { 0, 0 });
     flush();
 }
 
@@ -39,7 +39,6 @@ void UiHarness::press(Glob* widget, std::optional<XY<int>> at, int button, int m
 {
     const XY<int> pos = toScreen(widget, at);
     m_screen->mouseMove(pos, modifiers);
-    m_lastPressTime = m_clock.now();
     m_screen->mouseButton(pos, button, true, modifiers);
 }
 
@@ -52,14 +51,18 @@ void UiHarness::release(Glob* widget, std::optional<XY<int>> at, int button, int
 
 void UiHarness::click(Glob* widget, std::optional<XY<int>> at, int button, int modifiers)
 {
-    // Far enough from the press before that the two can never pair into a double click.
-    if (m_clock.now() - m_lastPressTime <= Screen::getDoubleClickTime())
-        m_clock.advance(Screen::getDoubleClickTime() + 1);
+    separateFromLastPress();
     const XY<int> pos = toScreen(widget, at);
     m_screen->mouseMove(pos, modifiers);
-    m_lastPressTime = m_clock.now();
     m_screen->mouseButton(pos, button, true, modifiers);
     m_screen->mouseButton(pos, button, false, modifiers);
+}
+
+void UiHarness::separateFromLastPress()
+{
+    // Far enough from the press before that the two can never pair into a double click.
+    if (m_clock.now() - m_screen->getLastPressTime() <= Screen::getDoubleClickTime())
+        m_clock.advance(Screen::getDoubleClickTime() + 1);
 }
 
 void UiHarness::doubleClick(Glob* widget, std::optional<XY<int>> at, int button)
@@ -67,7 +70,6 @@ void UiHarness::doubleClick(Glob* widget, std::optional<XY<int>> at, int button)
     click(widget, at, button);
     m_clock.advance(Screen::getDoubleClickTime() / 4);
     const XY<int> pos = toScreen(widget, at);
-    m_lastPressTime = m_clock.now();
     m_screen->mouseButton(pos, button, true, 0);
     m_screen->mouseButton(pos, button, false, 0);
 }
@@ -82,13 +84,12 @@ void UiHarness::drag(Glob* widget, XY<int> from, XY<int> to, int steps, int butt
     const XY<int> start = toScreen(widget, from);
     const XY<int> end = toScreen(widget, to);
     m_screen->mouseMove(start);
-    m_lastPressTime = m_clock.now();
     m_screen->mouseButton(start, button, true);
     steps = std::max(1, steps);
     for (int i = 1; i <= steps; ++i) {
         const double f = static_cast<double>(i) / steps;
         const XY<int> at(start.x + static_cast<int>(std::lround((end.x - start.x) * f)),
-                         start.y + static_cast<int>(std::lround((end.y - start.y) * f)));
+            start.y + static_cast<int>(std::lround((end.y - start.y) * f)));
         m_screen->mouseMove(at);
     }
     m_screen->mouseButton(end, button, false);
@@ -101,10 +102,8 @@ void UiHarness::wheel(Glob* widget, int notches, std::optional<XY<int>> at)
 
 void UiHarness::clickAt(XY<int> screenPos, int button, int modifiers)
 {
-    if (m_clock.now() - m_lastPressTime <= Screen::getDoubleClickTime())
-        m_clock.advance(Screen::getDoubleClickTime() + 1);
+    separateFromLastPress();
     m_screen->mouseMove(screenPos, modifiers);
-    m_lastPressTime = m_clock.now();
     m_screen->mouseButton(screenPos, button, true, modifiers);
     m_screen->mouseButton(screenPos, button, false, modifiers);
 }

@@ -48,8 +48,7 @@ public:
         return m_owner->addWidget<T>(args, position);
     }
     // A top-level widget shown on the screen with its bottom-left corner at `at`.
-    template <typename T>
-    T* makeTopLevel(const typename T::InitArgs& args, XY<int> at)
+    template <typename T> T* makeTopLevel(const typename T::InitArgs& args, XY<int> at)
     {
         T* made = new T(args);
         show(made, at);
@@ -93,9 +92,12 @@ public:
     static XY<int> toScreen(const Glob* widget, std::optional<XY<int>> at = {});
 
 private:
+    // Moves the clock past the double-click time when the last press could still pair with the next.
+    void separateFromLastPress();
+
+private:
     Cv::TestClock m_clock;
     OffscreenBackend* m_backend = nullptr;
     std::unique_ptr<Screen> m_screen;
     RecordingOwner* m_owner = nullptr;
-    double m_lastPressTime = -1e9;
 };

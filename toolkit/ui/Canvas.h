@@ -13,7 +13,10 @@ public:
 // The base through which a widget knows its canvas. It adds one pointer and no virtual functions.
 class CanvasClient {
 public:
-    explicit CanvasClient(Canvas* canvas = nullptr) : m_canvas(canvas) {}
+    explicit CanvasClient(Canvas* canvas = nullptr)
+        : m_canvas(canvas)
+    {
+    }
 
     Canvas* getCanvas() const { return m_canvas; }
     void setCanvas(Canvas* canvas) { m_canvas = canvas; }

@@ -15,13 +15,13 @@ struct Event {
         None = 0,
         MouseDown = 1,
         MouseUp = 2,
-        MouseMove = 3,  // the pointer moved with no button held
-        MouseDrag = 4,  // the pointer moved with a button held; goes to the widget that took the press
+        MouseMove = 3, // the pointer moved with no button held
+        MouseDrag = 4, // the pointer moved with a button held; goes to the widget that took the press
         MouseChord = 5, // a second button went down while another was held
         MouseWheel = 6,
         MouseEnter = 7, // the pointer came over the widget
         MouseLeave = 8,
-        Key = 32,       // a key press; `key` holds a character or one of the Key values
+        Key = 32, // a key press; `key` holds a character or one of the Key values
         FocusGained = 33,
         FocusLost = 34,
         Message = 16385, // a named message: `message` is the name, `sender` who sent it

@@ -180,7 +180,10 @@ Glob::Glob(const Glob& other)
     copyAppearance(other);
 }
 
-Glob::Glob(Glob&& other) : Glob(static_cast<const Glob&>(other)) {}
+Glob::Glob(Glob&& other)
+    : Glob(static_cast<const Glob&>(other))
+{
+}
 
 Glob& Glob::operator=(const Glob& other)
 {
@@ -375,7 +378,7 @@ Glob* Glob::addChild(Glob* c, const WidgetPosition& position)
     if (!c->getCanvas())
         c->setCanvas(getCanvas());
 
-    WidgetDetails details{c, position};
+    WidgetDetails details { c, position };
     if (position.kind == WidgetPosition::Below || position.kind == WidgetPosition::RightOf) {
         // Record the sibling actually used, so the placement can be read back and re-anchored later.
         if (!details.position.sibling && !m_children.empty())
@@ -470,37 +473,37 @@ Glob::DispatchScope::~DispatchScope()
 
 WidgetPosition Glob::Absolute(int x, int y)
 {
-    return {WidgetPosition::Absolute, x, y};
+    return { WidgetPosition::Absolute, x, y };
 }
 
 WidgetPosition Glob::UserTopLeft(int x, int y)
 {
-    return {WidgetPosition::TopLeft, x, y};
+    return { WidgetPosition::TopLeft, x, y };
 }
 
 WidgetPosition Glob::BottomLeft(int x, int y)
 {
-    return {WidgetPosition::BottomLeft, x, y};
+    return { WidgetPosition::BottomLeft, x, y };
 }
 
 WidgetPosition Glob::Centre(int x, int y)
 {
-    return {WidgetPosition::Centre, x, y};
+    return { WidgetPosition::Centre, x, y };
 }
 
 WidgetPosition Glob::RightCentre(int x, int y)
 {
-    return {WidgetPosition::RightCentre, x, y};
+    return { WidgetPosition::RightCentre, x, y };
 }
 
 WidgetPosition Glob::Below(int gap, Glob* sibling, WidgetAlignment alignment)
 {
-    return {WidgetPosition::Below, 0, gap, sibling, alignment};
+    return { WidgetPosition::Below, 0, gap, sibling, alignment };
 }
 
 WidgetPosition Glob::RightOf(int gap, Glob* sibling, WidgetAlignment alignment)
 {
-    return {WidgetPosition::RightOf, gap, 0, sibling, alignment};
+    return { WidgetPosition::RightOf, gap, 0, sibling, alignment };
 }
 
 void Glob::placeChild(size_t index)
@@ -525,7 +528,7 @@ void Glob::placeChild(size_t index)
 WidgetDetails Glob::getWidget(const Glob* c) const
 {
     const int index = childIndex(c);
-    return index < 0 ? WidgetDetails{} : m_children[index];
+    return index < 0 ? WidgetDetails {} : m_children[index];
 }
 
 bool Glob::setWidgetDetails(const WidgetDetails& details)
@@ -566,8 +569,7 @@ GlobBox Glob::getUserArea() const
 {
     if (!m_ext)
         return getLocalBox();
-    return Placement::inset(getLocalBox(), m_ext->insetLeft, m_ext->insetBottom, m_ext->insetRight,
-                            m_ext->insetTop);
+    return Placement::inset(getLocalBox(), m_ext->insetLeft, m_ext->insetBottom, m_ext->insetRight, m_ext->insetTop);
 }
 
 void Glob::setUserAreaInsets(int left, int bottom, int right, int top)
@@ -606,7 +608,7 @@ void Glob::setPos(int x, int y)
     if (m_pos == XY<int>(x, y))
         return;
     redraw();
-    m_pos = {x, y};
+    m_pos = { x, y };
     redraw();
 }
 
@@ -780,9 +782,9 @@ void Glob::drawBackground()
     painter().fillRect(getLocalBox(), m_palette.window());
 }
 
-void Glob::drawBorder() {}
+void Glob::drawBorder() { }
 
-void Glob::drawText() {}
+void Glob::drawText() { }
 
 void Glob::resize(double width, double height)
 {

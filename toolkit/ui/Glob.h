@@ -53,7 +53,10 @@ public:
     struct InitArgs : GlobCreationInfo {
         using GlobCreationInfo::GlobCreationInfo;
         InitArgs() = default;
-        InitArgs(const GlobCreationInfo& info) : GlobCreationInfo(info) {}
+        InitArgs(const GlobCreationInfo& info)
+            : GlobCreationInfo(info)
+        {
+        }
     };
 
     explicit Glob(const GlobCreationInfo& info);
@@ -88,16 +91,14 @@ public:
     // a parent, or was shown on the screen, is taken from there first. Null or this widget itself is refused.
     Glob* addChild(Glob* child, const WidgetPosition& position);
     // Makes a child of the InitArgs' widget type and places it.
-    template <typename T>
-    T* addWidget(const typename T::InitArgs& args, const WidgetPosition& position)
+    template <typename T> T* addWidget(const typename T::InitArgs& args, const WidgetPosition& position)
     {
         T* made = new T(args);
         addChild(made, position);
         return made;
     }
     // The same, placed against `sibling` instead of the user area (or below / right of it).
-    template <typename T>
-    T* addWidgetRelative(const typename T::InitArgs& args, Glob* sibling, WidgetPosition position)
+    template <typename T> T* addWidgetRelative(const typename T::InitArgs& args, Glob* sibling, WidgetPosition position)
     {
         position.sibling = sibling;
         return addWidget<T>(args, position);
@@ -137,7 +138,7 @@ public:
     XY<int> getPosition() const { return m_pos; }
     uint16_t getWidth() const { return m_width; }
     uint16_t getHeight() const { return m_height; }
-    XY<int> getSize() const { return {m_width, m_height}; }
+    XY<int> getSize() const { return { m_width, m_height }; }
     // This widget's area in its own coordinates, and in its parent's.
     GlobBox getLocalBox() const { return GlobBox(0, 0, m_width, m_height); }
     GlobBox getBox() const { return GlobBox::fromOriginAndSize(m_pos, getSize()); }
@@ -190,7 +191,8 @@ public:
     void redraw();
     void redraw(const GlobBox& localArea);
     // The painter of the paint pass in progress, translated to this widget and clipped to it. Outside a
-    // paint pass a scratch painter is answered, so stray drawing is harmless.
+    // paint pass: the thread's current painter (to render a widget into an image of one's own, translate a
+    // painter and call draw()), or, when there is none, a painter that draws nothing.
     Pictor::Painter& painter() const;
 
     // ---- Overridable operations
@@ -234,11 +236,11 @@ private:
         ActiveFlag = 1u << 1,
         MovableFlag = 1u << 2,
         ResizableFlag = 1u << 3,
-        DyingFlag = 1u << 4,         // destruction requested; the stamp is already retired
-        RedrawHeldFlag = 1u << 5,    // in the list of redraws held back while redraws are disabled
-        TopLevelFlag = 1u << 6,      // shown on the screen as a top-level widget
-        NamedFlag = 1u << 7,         // registered with GlobManager by name
-        DestructingFlag = 1u << 8,   // inside ~Glob
+        DyingFlag = 1u << 4, // destruction requested; the stamp is already retired
+        RedrawHeldFlag = 1u << 5, // in the list of redraws held back while redraws are disabled
+        TopLevelFlag = 1u << 6, // shown on the screen as a top-level widget
+        NamedFlag = 1u << 7, // registered with GlobManager by name
+        DestructingFlag = 1u << 8, // inside ~Glob
     };
     struct Extension;
     friend class GlobRegistry;
@@ -279,7 +281,11 @@ bool is_good_glob_ptr(const Glob* glob, const IdStamp& stamp);
 class GlobWatch {
 public:
     GlobWatch() = default;
-    explicit GlobWatch(const Glob* glob) : m_glob(const_cast<Glob*>(glob)), m_stamp(glob ? glob->getIdStamp() : IdStamp()) {}
+    explicit GlobWatch(const Glob* glob)
+        : m_glob(const_cast<Glob*>(glob))
+        , m_stamp(glob ? glob->getIdStamp() : IdStamp())
+    {
+    }
 
     bool alive() const { return m_glob && is_good_glob_ptr(m_glob, m_stamp); }
     explicit operator bool() const { return alive(); }

@@ -15,7 +15,10 @@ class Canvas;
 struct GlobCreationInfo {
     GlobCreationInfo() = default;
     GlobCreationInfo(uint16_t w, uint16_t h, const Palette& pal = Palette(), Canvas* c = nullptr)
-        : width(w), height(h), palette(pal), canvas(c)
+        : width(w)
+        , height(h)
+        , palette(pal)
+        , canvas(c)
     {
     }
     virtual ~GlobCreationInfo() = default;
@@ -24,7 +27,7 @@ struct GlobCreationInfo {
     GlobCreationInfo& operator=(const GlobCreationInfo&) = default;
     GlobCreationInfo& operator=(GlobCreationInfo&&) = default;
 
-    XY<uint16_t> size() const { return {width, height}; }
+    XY<uint16_t> size() const { return { width, height }; }
 
     uint16_t width = 0;
     uint16_t height = 0;

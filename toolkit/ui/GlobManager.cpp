@@ -63,7 +63,7 @@ XY<int> GlobManager::getPosForGlob(XY<int> size)
         return {};
     // Centred on the pointer: a panel opens where the user's attention already is.
     const XY<int> mouse = screen->getMousePos();
-    return getSafePosForGlob({mouse.x - size.x / 2, mouse.y - size.y / 2}, size);
+    return getSafePosForGlob({ mouse.x - size.x / 2, mouse.y - size.y / 2 }, size);
 }
 
 XY<int> GlobManager::getSafePosForGlob(XY<int> wanted, XY<int> size)

@@ -9,7 +9,7 @@ const Colour white(1.0, 1.0, 1.0);
 
 // How far each shade moves the base background towards black (negative) or white (positive). Small steps
 // keep the surfaces calm; the spread is wide enough for a bevel to read on a dark background.
-constexpr double shadeSteps[Palette::NumShades] = {-0.45, -0.22, 0.0, 0.07, 0.15, 0.26};
+constexpr double shadeSteps[Palette::NumShades] = { -0.45, -0.22, 0.0, 0.07, 0.15, 0.26 };
 
 Colour shadeOf(const Colour& base, int shade)
 {
@@ -38,7 +38,8 @@ Palette::Palette()
     set(Entry, Colour::fromBytes(30, 32, 36));
 }
 
-Palette::Palette(const Colour& window, const Colour& text) : Palette()
+Palette::Palette(const Colour& window, const Colour& text)
+    : Palette()
 {
     set(Window, window);
     set(Text, text);

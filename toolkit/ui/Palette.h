@@ -11,18 +11,18 @@
 class Palette {
 public:
     enum Role : uint8_t {
-        Window,         // the base background; window(shade) derives lighter and darker surfaces from it
+        Window, // the base background; window(shade) derives lighter and darker surfaces from it
         Text,
         SubheadingText, // legends, group titles, slider tracks: text that is read less often
         DisabledText,
-        Highlight,      // selection, pressed buttons, gauge bars
-        HighlightText,  // text drawn over Highlight
+        Highlight, // selection, pressed buttons, gauge bars
+        HighlightText, // text drawn over Highlight
         Border,
         TitleBar,
         TitleText,
-        Focus,          // the keyboard focus ring
+        Focus, // the keyboard focus ring
         Warning,
-        Entry,          // the background of places the user types into
+        Entry, // the background of places the user types into
         NumRoles
     };
     static constexpr int NumShades = 6;
@@ -63,7 +63,7 @@ private:
     static uint32_t pack(const Colour& c);
     static Colour unpack(uint32_t rgba);
 
-    std::array<uint32_t, NumRoles> m_roles{};
+    std::array<uint32_t, NumRoles> m_roles {};
 };
 
 inline Palette makeChildPalette(const Palette& parent)

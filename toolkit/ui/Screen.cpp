@@ -16,21 +16,21 @@
 
 namespace {
 
+// Times are fractional milliseconds; differences of large readings carry rounding, which must not decide
+// whether a pause of exactly the limit counts.
+constexpr double clockSlack = 1e-6;
+
 Screen* currentScreen = nullptr;
 Pictor::Painter* activePainter = nullptr;
-
-// Drawing outside a paint pass goes here and is lost. Made while the library loads, before any other painter,
-// so that it sits at the bottom of the painters' nesting and never disturbs it.
-Pictor::Painter* const scratchPainter = new Pictor::Painter(Pictor::Image());
 
 // Keeps the screen's clipboard and does nothing else: the screen of a process without a display.
 class NullBackend final : public ScreenBackend {
 public:
-    void attach(Screen&) override {}
+    void attach(Screen&) override { }
     bool pollEvents(Screen&) override { return true; }
-    void waitForEvents(int) override {}
-    void present(const Pictor::Image&, const std::vector<GlobBox>&) override {}
-    void setCursorShape(int) override {}
+    void waitForEvents(int) override { }
+    void present(const Pictor::Image&, const std::vector<GlobBox>&) override { }
+    void setCursorShape(int) override { }
     LightweightString<wchar_t> getClipboardText() override { return m_clipboard; }
     void setClipboardText(const LightweightString<wchar_t>& text) override { m_clipboard = text; }
 
@@ -69,7 +69,7 @@ IdStamp EventInterceptStack::push(Glob* filter, int flags)
     if (!m_usable || !is_good_glob_ptr(filter))
         return {};
     const IdStamp id = Cv::StampTable::global().issue(nullptr);
-    m_entries.push_back({GlobWatch(filter), flags, id});
+    m_entries.push_back({ GlobWatch(filter), flags, id });
     return id;
 }
 
@@ -91,8 +91,8 @@ bool EventInterceptStack::empty() const
 
 size_t EventInterceptStack::size() const
 {
-    return static_cast<size_t>(std::count_if(m_entries.begin(), m_entries.end(),
-                                             [](const Entry& e) { return e.filter.alive(); }));
+    return static_cast<size_t>(
+        std::count_if(m_entries.begin(), m_entries.end(), [](const Entry& e) { return e.filter.alive(); }));
 }
 
 bool EventInterceptStack::offer(const Event& event, Glob* hit)
@@ -311,8 +311,8 @@ void Screen::mouseButton(XY<int> pos, int button, bool down, int modifiers)
         // A double click: the same button on the same widget, close in time (toolkit clock) and place.
         const XY<int> moved = pos - m_lastPressPos;
         const bool repeat = hit && m_lastPressTarget.get() == hit && m_lastPressButton == button
-            && e.time - m_lastPressTime <= getDoubleClickTime() && std::abs(moved.x) <= getDoubleClickDistance()
-            && std::abs(moved.y) <= getDoubleClickDistance();
+            && e.time - m_lastPressTime <= getDoubleClickTime() + clockSlack
+            && std::abs(moved.x) <= getDoubleClickDistance() && std::abs(moved.y) <= getDoubleClickDistance();
         e.clickCount = repeat ? m_lastClickCount + 1 : 1;
         m_lastClickCount = e.clickCount;
         m_lastPressTarget = GlobWatch(hit);
@@ -533,7 +533,15 @@ void Screen::releaseHeldRedraws()
 
 Pictor::Painter& Screen::currentPainter()
 {
-    return activePainter ? *activePainter : *scratchPainter;
+    if (activePainter)
+        return *activePainter;
+    // Outside a paint pass: a caller rendering a widget into a painter of its own gets that painter.
+    if (Pictor::Painter* own = Pictor::Painter::current())
+        return *own;
+    // Otherwise the drawing is a mistake, and goes into an image of nothing. Made only on such a mistake,
+    // because it stays the thread's current painter from then on.
+    static Pictor::Painter* const scratch = new Pictor::Painter(Pictor::Image());
+    return *scratch;
 }
 
 void Screen::flush()
@@ -638,7 +646,7 @@ void Screen::tick()
 {
     if (!m_tooltipsEnabled || m_buttons != 0 || m_tooltip.alive())
         return;
-    if (service_get_msecs_precise() - m_lastMoveTime < getTooltipDelay())
+    if (service_get_msecs_precise() - m_lastMoveTime + clockSlack < getTooltipDelay())
         return;
     Glob* owner = nullptr;
     LightweightString<wchar_t> text;
@@ -658,7 +666,7 @@ void Screen::tick()
     const int h = static_cast<int>(font->lineHeight()) + pad;
     auto* tip = new TooltipGlob(text, static_cast<uint16_t>(w), static_cast<uint16_t>(h));
     // Below and to the right of the pointer, clear of the cursor, and on the screen.
-    const GlobBox wanted = GlobBox::fromOriginAndSize({m_mousePos.x + 12, m_mousePos.y - h - 16}, {w, h});
+    const GlobBox wanted = GlobBox::fromOriginAndSize({ m_mousePos.x + 12, m_mousePos.y - h - 16 }, { w, h });
     const GlobBox placed = Placement::keepInside(wanted, getArea());
     tip->setPos(placed.left(), placed.bottom());
     addTopLevel(tip);

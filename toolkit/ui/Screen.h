@@ -24,13 +24,13 @@
 #include "toolkit/ui/Canvas.h"
 #include "toolkit/ui/Event.h"
 #include "toolkit/ui/Glob.h"
+#include "toolkit/ui/ScreenBackend.h"
 #include "toolkit/ui/WidgetPosition.h"
 
 #include <memory>
 #include <string_view>
 #include <vector>
 
-class ScreenBackend;
 namespace Pictor {
 class Painter;
 } // namespace Pictor
@@ -64,7 +64,10 @@ public:
     };
 
     // Answers the filter's stamp, for removing it; a null stamp when `filter` is not a live widget.
-    explicit EventInterceptStack(bool usable = true) : m_usable(usable) {}
+    explicit EventInterceptStack(bool usable = true)
+        : m_usable(usable)
+    {
+    }
 
     IdStamp push(Glob* filter, int flags);
     bool remove(IdStamp id);
@@ -88,7 +91,10 @@ private:
 // The attached object of a global mouse notification: the event, in screen coordinates.
 class MouseEventInfo : public iObject {
 public:
-    explicit MouseEventInfo(const Event& e) : event(e) {}
+    explicit MouseEventInfo(const Event& e)
+        : event(e)
+    {
+    }
     Event event;
 };
 
@@ -108,7 +114,7 @@ public:
     Screen* getScreen() override { return this; }
     ScreenBackend& backend() { return *m_backend; }
 
-    XY<int> getSize() const { return {m_width, m_height}; }
+    XY<int> getSize() const { return { m_width, m_height }; }
     // The window changed size: the image is remade and everything repainted. Top-level widgets keep their
     // positions (GlobManager::makeSafe brings one back into view).
     void setSize(uint16_t width, uint16_t height);
@@ -134,6 +140,8 @@ public:
     void text(std::wstring_view typed, int modifiers = 0);
     XY<int> getMousePos() const { return m_mousePos; }
     int getButtonsHeld() const { return m_buttons; }
+    // When the last press happened, in toolkit clock milliseconds.
+    double getLastPressTime() const { return m_lastPressTime; }
     static int getDoubleClickTime() { return 400; }
     static int getDoubleClickDistance() { return 4; }
 

@@ -25,7 +25,7 @@ public:
     // Sleeps until input arrives, wake() is called, or the time runs out. Off screen it returns at once.
     virtual void waitForEvents(int timeoutMs) = 0;
     // Called from any thread to end a waitForEvents early (work was handed to the main thread).
-    virtual void wake() {}
+    virtual void wake() { }
     // Shows the image; `changed` lists the areas painted since the last call (bottom-up screen coordinates).
     virtual void present(const Pictor::Image& image, const std::vector<GlobBox>& changed) = 0;
     virtual void setCursorShape(int cursorId) = 0;

@@ -45,8 +45,8 @@ void StylePainter::drawBevel(Pictor::Painter& p, const GlobBox& box, const Palet
     p.drawBevel(box, sunken ? dark : light, sunken ? light : dark, 1);
 }
 
-void StylePainter::drawButton(Pictor::Painter& p, const GlobBox& box, const Palette& pal, ButtonState state,
-                              bool focused)
+void StylePainter::drawButton(
+    Pictor::Painter& p, const GlobBox& box, const Palette& pal, ButtonState state, bool focused)
 {
     // Flat faces with a faint vertical gradient: enough shape to read as pressable, calm at rest.
     Colour top = pal.window(4);
@@ -72,8 +72,8 @@ void StylePainter::drawButton(Pictor::Painter& p, const GlobBox& box, const Pale
         drawFocusRing(p, box, pal);
 }
 
-void StylePainter::drawLabelledButton(Pictor::Painter& p, const GlobBox& box, const Palette& pal,
-                                      ButtonState state, std::wstring_view label, bool focused)
+void StylePainter::drawLabelledButton(Pictor::Painter& p, const GlobBox& box, const Palette& pal, ButtonState state,
+    std::wstring_view label, bool focused)
 {
     drawButton(p, box, pal, state, focused);
     const Colour ink = state == Disabled ? pal.disabledText() : state == Pressed ? pal.highlightText() : pal.text();
@@ -85,8 +85,8 @@ void StylePainter::drawFocusRing(Pictor::Painter& p, const GlobBox& box, const P
     p.strokeRect(box.expanded(-1), pal.focus());
 }
 
-void StylePainter::drawTitleBar(Pictor::Painter& p, const GlobBox& box, const Palette& pal, std::wstring_view title,
-                                bool active)
+void StylePainter::drawTitleBar(
+    Pictor::Painter& p, const GlobBox& box, const Palette& pal, std::wstring_view title, bool active)
 {
     p.fillRect(box, pal.titleBar());
     // A hairline under the title separates it from the panel's content.
@@ -95,8 +95,7 @@ void StylePainter::drawTitleBar(Pictor::Painter& p, const GlobBox& box, const Pa
     p.drawTextInBox(title, titleFont(), ink, textBox(box), Pictor::TextAlign::Left, Pictor::textEllipsis);
 }
 
-void StylePainter::drawCheckBox(Pictor::Painter& p, const GlobBox& box, const Palette& pal, bool checked,
-                                bool enabled)
+void StylePainter::drawCheckBox(Pictor::Painter& p, const GlobBox& box, const Palette& pal, bool checked, bool enabled)
 {
     p.fillRect(box, pal.entry());
     p.strokeRect(box, enabled ? pal.window(5) : pal.window(3));
@@ -108,9 +107,9 @@ void StylePainter::drawCheckMark(Pictor::Painter& p, const GlobBox& box, const C
 {
     const double w = box.width();
     const double h = box.height();
-    const std::array<XY<double>, 3> tick = {XY<double>(box.left() + 0.1 * w, box.bottom() + 0.5 * h),
-                                            XY<double>(box.left() + 0.4 * w, box.bottom() + 0.15 * h),
-                                            XY<double>(box.left() + 0.9 * w, box.bottom() + 0.85 * h)};
+    const std::array<XY<double>, 3> tick = { XY<double>(box.left() + 0.1 * w, box.bottom() + 0.5 * h),
+        XY<double>(box.left() + 0.4 * w, box.bottom() + 0.15 * h),
+        XY<double>(box.left() + 0.9 * w, box.bottom() + 0.85 * h) };
     p.drawPolyline(tick, colour, std::max(1.5, std::min(w, h) / 6.0));
 }
 
@@ -130,12 +129,12 @@ void StylePainter::drawGauge(Pictor::Painter& p, const GlobBox& box, const Palet
     const double filled = inner.width() * f;
     if (filled > 0.0)
         p.fillVerticalGradient(PaintRect::fromSize(inner.left(), inner.bottom(), filled, inner.height()),
-                               pal.highlight().scale(0.8), pal.highlight());
+            pal.highlight().scale(0.8), pal.highlight());
     p.strokeRect(box, pal.border());
 }
 
 void StylePainter::drawLabel(Pictor::Painter& p, const GlobBox& box, const Palette& pal, std::wstring_view text,
-                             Pictor::TextAlign align, bool enabled)
+    Pictor::TextAlign align, bool enabled)
 {
     p.drawTextInBox(text, defaultFont(), pal.text(enabled), box, align, Pictor::textEllipsis);
 }
@@ -146,8 +145,8 @@ void StylePainter::drawMenuBackground(Pictor::Painter& p, const GlobBox& box, co
     p.strokeRect(box, pal.border());
 }
 
-void StylePainter::drawMenuItem(Pictor::Painter& p, const GlobBox& box, const Palette& pal, std::wstring_view text,
-                                bool highlighted, bool enabled)
+void StylePainter::drawMenuItem(
+    Pictor::Painter& p, const GlobBox& box, const Palette& pal, std::wstring_view text, bool highlighted, bool enabled)
 {
     if (highlighted && enabled)
         p.fillRect(box, pal.highlight());
@@ -161,8 +160,8 @@ void StylePainter::drawSeparator(Pictor::Painter& p, const GlobBox& box, const P
     p.drawLine(box.left(), y, box.right() - 1, y, pal.window(0));
 }
 
-void StylePainter::drawScrollBar(Pictor::Painter& p, const GlobBox& box, const Palette& pal, double thumbStart,
-                                 double thumbSize)
+void StylePainter::drawScrollBar(
+    Pictor::Painter& p, const GlobBox& box, const Palette& pal, double thumbStart, double thumbSize)
 {
     p.fillRect(box, pal.window(1));
     auto unit = [](double v) { return std::isfinite(v) ? std::clamp(v, 0.0, 1.0) : 0.0; };

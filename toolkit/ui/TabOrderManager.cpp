@@ -112,7 +112,7 @@ bool TabOrderManager::addTabStop(Glob* widget, int position)
     Glob* root = widget->root();
     TabList* list = listOf(root);
     if (!list) {
-        lists().push_back({GlobWatch(root), {}});
+        lists().push_back({ GlobWatch(root), {} });
         list = &lists().back();
     }
     std::erase_if(list->stops, [widget](const GlobWatch& w) { return !w.alive() || w.get() == widget; });

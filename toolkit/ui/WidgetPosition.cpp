@@ -29,31 +29,31 @@ XY<int> resolve(const WidgetPosition& p, XY<int> size, const GlobBox& userArea, 
 
     switch (p.kind) {
     case WidgetPosition::Absolute:
-        return {p.x, p.y};
+        return { p.x, p.y };
     case WidgetPosition::TopLeft:
-        return {ref.left() + p.x, ref.top() - p.y - size.y};
+        return { ref.left() + p.x, ref.top() - p.y - size.y };
     case WidgetPosition::BottomLeft:
-        return {ref.left() + p.x, ref.bottom() + p.y};
+        return { ref.left() + p.x, ref.bottom() + p.y };
     case WidgetPosition::Centre:
-        return {ref.left() + (ref.width() - size.x) / 2 + p.x, ref.bottom() + (ref.height() - size.y) / 2 + p.y};
+        return { ref.left() + (ref.width() - size.x) / 2 + p.x, ref.bottom() + (ref.height() - size.y) / 2 + p.y };
     case WidgetPosition::RightCentre:
-        return {ref.right() - p.x - size.x, ref.bottom() + (ref.height() - size.y) / 2 + p.y};
+        return { ref.right() - p.x - size.x, ref.bottom() + (ref.height() - size.y) / 2 + p.y };
     case WidgetPosition::Below: {
         if (!sibling)
-            return {align(p.alignment, userArea.left(), userArea.width(), size.x), userArea.top() - size.y};
+            return { align(p.alignment, userArea.left(), userArea.width(), size.x), userArea.top() - size.y };
         const GlobBox& across = p.alignment.toUserArea ? userArea : *sibling;
-        return {align(p.alignment, across.left(), across.width(), size.x), sibling->bottom() - p.y - size.y};
+        return { align(p.alignment, across.left(), across.width(), size.x), sibling->bottom() - p.y - size.y };
     }
     case WidgetPosition::RightOf: {
         if (!sibling)
-            return {userArea.left(), userArea.top() - size.y};
+            return { userArea.left(), userArea.top() - size.y };
         const GlobBox& across = p.alignment.toUserArea ? userArea : *sibling;
         // Start is the top edge here, so measure the span downward from the top.
         const int fromTop = align(p.alignment, 0, across.height(), size.y);
-        return {sibling->right() + p.x, across.top() - fromTop - size.y};
+        return { sibling->right() + p.x, across.top() - fromTop - size.y };
     }
     }
-    return {p.x, p.y};
+    return { p.x, p.y };
 }
 
 GlobBox keepInside(const GlobBox& box, const GlobBox& area)
@@ -69,7 +69,7 @@ GlobBox keepInside(const GlobBox& box, const GlobBox& area)
         x = area.left();
     if (y + box.height() > area.top())
         y = area.top() - box.height();
-    return GlobBox::fromOriginAndSize({x, y}, box.size());
+    return GlobBox::fromOriginAndSize({ x, y }, box.size());
 }
 
 GlobBox inset(const GlobBox& outer, int left, int bottom, int right, int top)

@@ -19,15 +19,17 @@ using GlobBox = Cv::Box<int, Cv::BottomUpTraits>;
 // How a child lines up across the direction it is placed in: along x for Below, along y for RightOf.
 struct WidgetAlignment {
     enum Kind : uint8_t {
-        Start,    // left edges (Below) or top edges (RightOf) line up
-        Centre,   // centres line up
-        End,      // right edges (Below) or bottom edges (RightOf) line up
+        Start, // left edges (Below) or top edges (RightOf) line up
+        Centre, // centres line up
+        End, // right edges (Below) or bottom edges (RightOf) line up
         Fraction, // the child sits at `fraction` of the free room: 0 is Start, 1 is End
     };
 
     constexpr WidgetAlignment() = default;
     constexpr WidgetAlignment(Kind k, bool userArea = false, float frac = 0.0f)
-        : kind(k), toUserArea(userArea), fraction(frac)
+        : kind(k)
+        , toUserArea(userArea)
+        , fraction(frac)
     {
     }
     constexpr bool operator==(const WidgetAlignment&) const = default;
@@ -40,13 +42,13 @@ struct WidgetAlignment {
 
 struct WidgetPosition {
     enum Kind : uint8_t {
-        Absolute,    // (x, y) is the bottom-left corner in the parent's own coordinates
-        TopLeft,     // top-left corner at (x right of, y down from) the reference's top-left
-        BottomLeft,  // bottom-left corner at (x, y) from the reference's bottom-left
-        Centre,      // centred on the reference, then moved by (x, y)
+        Absolute, // (x, y) is the bottom-left corner in the parent's own coordinates
+        TopLeft, // top-left corner at (x right of, y down from) the reference's top-left
+        BottomLeft, // bottom-left corner at (x, y) from the reference's bottom-left
+        Centre, // centred on the reference, then moved by (x, y)
         RightCentre, // right edge x inside the reference's right edge, centred vertically, moved up by y
-        Below,       // y below the sibling, lined up by `alignment`
-        RightOf,     // x right of the sibling, lined up by `alignment`
+        Below, // y below the sibling, lined up by `alignment`
+        RightOf, // x right of the sibling, lined up by `alignment`
     };
 
     constexpr bool operator==(const WidgetPosition&) const = default;
@@ -73,8 +75,7 @@ namespace Placement {
 // The child's bottom-left corner, in the parent's coordinates. `userArea` is the parent's user area;
 // `sibling` is the box of the position's sibling, or null when it has none (Below and RightOf then start at
 // the top-left of the user area). Sizes larger than the room simply overhang; nothing is clamped here.
-XY<int> resolve(const WidgetPosition& position, XY<int> childSize, const GlobBox& userArea,
-                const GlobBox* sibling);
+XY<int> resolve(const WidgetPosition& position, XY<int> childSize, const GlobBox& userArea, const GlobBox* sibling);
 
 // Where a span of `size` starts inside [start, start + room) for an alignment.
 int align(const WidgetAlignment& alignment, int start, int room, int size);
