@@ -1,0 +1,254 @@
+#include "toolkit/widgets/StatusMessage.h"
+
+#include "toolkit/gfx/Font.h"
+#include "toolkit/gfx/Painter.h"
+#include "toolkit/gfx/WordWrappingTextRenderer.h"
+#include "toolkit/support/BackgroundTasks.h"
+#include "toolkit/support/Clock.h"
+#include "toolkit/ui/GlobManager.h"
+#include "toolkit/ui/Screen.h"
+#include "toolkit/ui/UifStd.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+namespace {
+
+const Pictor::Font& textFont()
+{
+    static Cv::Ptr<Pictor::Font> font = Pictor::loadFont(UifStd::getDefaultFont());
+    return *font;
+}
+
+constexpr int standardWidth = 320;
+
+StandardPanel::InitArgs panelArgs(const StatusMessage::InitArgs& args)
+{
+    StandardPanel::InitArgs panel = args;
+    // No title bar: a message is read, not managed.
+    panel.title = UIString();
+    panel.standardWidgets = StandardPanel::NoWidgets;
+    panel.border = StandardPanel::RaisedBorder;
+    panel.movable = false;
+    panel.resizable = false;
+    if (panel.width == 0)
+        panel.width = standardWidth;
+    return panel;
+}
+
+const bool registeredByName = [] {
+    GlobManager::registerType("StatusMessage", [](const GlobCreationInfo& info) -> Glob* {
+        return new StatusMessage(StatusMessage::InitArgs(info));
+    });
+    return true;
+}();
+
+} // namespace
+
+StatusMessage::InitArgs::InitArgs(UIString messageText, uint16_t w, double timeoutMs, const Palette& pal, Canvas* c)
+    : StandardPanel::InitArgs(UIString(), w, 0, StandardPanel::NoWidgets, pal, c)
+    , text(std::move(messageText))
+    , timeout(timeoutMs)
+{
+}
+
+StatusMessage::InitArgs::InitArgs(const GlobCreationInfo& info) : StandardPanel::InitArgs(info)
+{
+    LightweightString<char> value;
+    if (info.config.in("text", value) == 0)
+        text = UIString(fromUTF8(value.view()));
+    if (info.config.in("timeout", value) == 0)
+        timeout = std::strtod(value.c_str(), nullptr);
+}
+
+StatusMessage::StatusMessage(const InitArgs& args)
+    : StandardPanel(panelArgs(args)), m_text(args.text.getString())
+{
+    setTimeout(args.timeout);
+    fitHeight();
+    startPolling();
+}
+
+StatusMessage::StatusMessage(uint16_t width, uint16_t height, const Palette& palette, Canvas* canvas)
+    : StandardPanel(width, height, palette, canvas)
+{
+    removeStandardWidgets(CloseButton | DoItButton | MenuButton);
+    setMovable(false);
+    startPolling();
+}
+
+StatusMessage::StatusMessage(const StatusMessage& other)
+    : EventHandler(other)
+    , Cv::InternalRefCount(other)
+    , iVirtual(other)
+    , iObject(other)
+    , StandardPanel(other)
+    , m_text(other.m_text)
+    , m_timeout(other.m_timeout)
+    , m_footer(other.m_footer)
+{
+    startPolling();
+}
+
+StatusMessage::StatusMessage(StatusMessage&& other) : StatusMessage(static_cast<const StatusMessage&>(other)) {}
+
+StatusMessage& StatusMessage::operator=(const StatusMessage& other)
+{
+    if (this == &other)
+        return *this;
+    StandardPanel::operator=(other);
+    m_text = other.m_text;
+    m_timeout = other.m_timeout;
+    m_footer = other.m_footer;
+    restartTimer();
+    return *this;
+}
+
+StatusMessage& StatusMessage::operator=(StatusMessage&& other)
+{
+    return *this = static_cast<const StatusMessage&>(other);
+}
+
+StatusMessage::~StatusMessage()
+{
+    Cv::removeBackgroundPoller(m_poller);
+}
+
+LightweightString<char> StatusMessage::idstring() const
+{
+    return "StatusMessage";
+}
+
+StatusMessage* StatusMessage::make(const UIString& text, XY<int> bottomLeft, double timeoutMs)
+{
+    if (!Screen::current())
+        return nullptr;
+    auto* message = new StatusMessage(InitArgs(text, 0, timeoutMs, UifStd::getColourScheme()));
+    const XY<int> at = GlobManager::getSafePosForGlob(bottomLeft, message->getSize());
+    message->setPos(at.x, at.y);
+    if (!GlobManager::realize(message)) {
+        delete message;
+        return nullptr;
+    }
+    return message;
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// Text and size
+
+void StatusMessage::addMessage(const UIString& text)
+{
+    const LightweightString<wchar_t> more = text.getString();
+    if (!more.empty()) {
+        if (!m_text.empty())
+            m_text += L"\n";
+        m_text += more;
+        fitHeight();
+        redraw();
+    }
+    restartTimer();
+}
+
+int StatusMessage::calcHeight(const LightweightString<wchar_t>& text, int width, int footer)
+{
+    const int gap = UifStd::getWidgetGap();
+    const int textWidth = std::max(1, width - 2 * gap);
+    const int lines = WordWrappingTextRenderer::calcNumDisplayLines(text.view(), textFont(), textWidth);
+    return static_cast<int>(std::ceil(lines * textFont().lineHeight())) + 2 * gap + footer;
+}
+
+void StatusMessage::fitHeight()
+{
+    const int userWidth = getUserArea().width();
+    const XY<int> size = calcPanelSize(userWidth, calcHeight(m_text, userWidth, m_footer));
+    resize(getWidth(), size.y);
+}
+
+void StatusMessage::setFooterHeight(int height)
+{
+    m_footer = std::max(0, height);
+    fitHeight();
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// Time
+
+void StatusMessage::setTimeout(double ms)
+{
+    m_timeout = std::isfinite(ms) && ms > 0.0 ? ms : 0.0;
+    restartTimer();
+}
+
+void StatusMessage::restartTimer()
+{
+    m_shownAt = service_get_msecs_precise();
+}
+
+void StatusMessage::startPolling()
+{
+    restartTimer();
+    // Checked once per turn of the event loop; a message is rare, so one poller each costs nothing.
+    m_poller = Cv::addBackgroundPoller([this] { poll(); });
+}
+
+void StatusMessage::poll()
+{
+    if (m_timeout <= 0.0 || m_hover)
+        return;
+    if (service_get_msecs_precise() - m_shownAt >= m_timeout)
+        close(); // destroys this message: nothing may follow
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// Input and drawing
+
+bool StatusMessage::react(const Event& event)
+{
+    switch (event.type) {
+    case Event::MouseEnter:
+        m_hover = true;
+        return true;
+    case Event::MouseLeave:
+        m_hover = false;
+        restartTimer();
+        return true;
+    case Event::MouseDown:
+        if (event.button != Event::LeftButton)
+            return false;
+        m_armed = true;
+        return true;
+    case Event::MouseDrag:
+        return m_armed;
+    case Event::MouseUp:
+        if (event.button != Event::LeftButton || !m_armed)
+            return false;
+        m_armed = false;
+        if (getLocalBox().contains(event.pos))
+            close();
+        return true;
+    default:
+        return StandardPanel::react(event);
+    }
+}
+
+bool StatusMessage::handleMessageEvent(LightweightString<char> name, Glob* sender)
+{
+    // News from widgets a subclass placed in the message is for the subclass; anything it leaves is dropped
+    // here rather than passed to a panel owner the message does not have.
+    (void)name;
+    (void)sender;
+    return false;
+}
+
+void StatusMessage::drawText()
+{
+    StandardPanel::drawText();
+    const int gap = UifStd::getWidgetGap();
+    GlobBox area = getUserArea();
+    area.removeFromBottom(m_footer);
+    const GlobBox textBox = area.expanded(-gap);
+    if (textBox.empty() || m_text.empty())
+        return;
+    painter().drawWrappedText(m_text.view(), textFont(), getPalette().text(), textBox, Pictor::TextAlign::Left);
+}
