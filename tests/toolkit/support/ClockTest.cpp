@@ -17,13 +17,6 @@ TEST(Clock, TestClockStandsStillUntilMoved)
     EXPECT_DOUBLE_EQ(clock.now(), 1000.9);
 }
 
-TEST(Clock, TestClockStartsWhereTheClockStood)
-{
-    const double before = service_get_msecs_precise();
-    Cv::TestClock clock;
-    EXPECT_GE(clock.now(), before);
-}
-
 TEST(Clock, NestedTestClockNeverTurnsTimeBack)
 {
     Cv::TestClock outer;

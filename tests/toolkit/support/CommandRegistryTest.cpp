@@ -104,18 +104,6 @@ TEST(CommandRegistry, NamesListInRegistrationOrder)
         namesStartingWith("test.order."), (std::vector<LightweightString<char>> { "test.order.c", "test.order.a" }));
 }
 
-TEST(CommandRegistry, BadRegistrationsAreRefused)
-{
-    CommandRegistry registry;
-    EXPECT_EQ(
-        registry.add(CommandInfo { "", UIString(), UIString(), cmdScopeTools, MapItem() }, [](const Cmd::Context&) {}),
-        0u);
-    EXPECT_EQ(
-        registry.add(CommandInfo { "no function", UIString(), UIString(), cmdScopeTools, MapItem() }, nullptr), 0u);
-    EXPECT_EQ(registry.size(), 0u);
-    EXPECT_FALSE(registry.remove(0));
-}
-
 TEST(CommandRegistry, CommandMayUnregisterItselfWhileRunning)
 {
     CommandRegistry registry;

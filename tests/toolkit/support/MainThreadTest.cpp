@@ -146,16 +146,6 @@ TEST_F(Deferral, MethodCallKeepsASharedObjectAliveUntilItRuns)
     EXPECT_TRUE(destroyed); // the queued call gave its reference back once it had run
 }
 
-TEST_F(Deferral, EmptyCallIsIgnoredAndDoesNotWake)
-{
-    int wakeups = 0;
-    setDeferWakeup([&] { ++wakeups; });
-    defer(DeferableMethodCallback());
-    defer(std::function<void()>());
-    EXPECT_EQ(numDeferredCalls(), 0u);
-    EXPECT_EQ(wakeups, 0);
-}
-
 TEST(MainThread, SetMainThreadMovesTheRole)
 {
     ASSERT_TRUE(isMainThread());
