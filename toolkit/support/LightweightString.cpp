@@ -1,5 +1,7 @@
 #include "toolkit/support/LightweightString.h"
 
+#include <cstdint>
+#include <cstring>
 #include <string>
 
 namespace {
@@ -29,21 +31,34 @@ LeadByte classify(unsigned char lead)
 
 LightweightString<wchar_t> fromUTF8(std::string_view utf8)
 {
-    std::wstring out;
-    out.reserve(utf8.size());
+    // Never more characters than bytes: size once, write in place, trim at the end.
+    std::wstring out(utf8.size(), L'\0');
+    wchar_t* write = out.data();
     const auto* bytes = reinterpret_cast<const unsigned char*>(utf8.data());
     const size_t size = utf8.size();
     size_t i = 0;
     while (i < size) {
+        // Plain ASCII, the common case, eight bytes at a time.
+        while (i + 8 <= size) {
+            uint64_t word;
+            std::memcpy(&word, bytes + i, 8);
+            if (word & 0x8080808080808080ULL)
+                break;
+            for (int k = 0; k < 8; ++k)
+                *write++ = static_cast<wchar_t>(bytes[i + k]);
+            i += 8;
+        }
+        if (i >= size)
+            break;
         const unsigned char lead = bytes[i];
         if (lead < 0x80) {
-            out.push_back(static_cast<wchar_t>(lead));
+            *write++ = static_cast<wchar_t>(lead);
             ++i;
             continue;
         }
         const LeadByte kind = classify(lead);
         if (kind.length == 0) {
-            out.push_back(replacementCharacter);
+            *write++ = replacementCharacter;
             ++i;
             continue;
         }
@@ -66,9 +81,10 @@ LightweightString<wchar_t> fromUTF8(std::string_view utf8)
             ++consumed;
         }
         // A broken sequence yields one replacement for its valid prefix; decoding resumes at the offending byte.
-        out.push_back(complete ? static_cast<wchar_t>(code) : replacementCharacter);
+        *write++ = complete ? static_cast<wchar_t>(code) : replacementCharacter;
         i += consumed;
     }
+    out.resize(static_cast<size_t>(write - out.data()));
     return LightweightString<wchar_t>(std::move(out));
 }
 
