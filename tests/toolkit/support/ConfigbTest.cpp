@@ -89,16 +89,3 @@ TEST(Configb, CopiesAreIndependentAndCompareByOrder)
     b.set("x", "1");
     EXPECT_TRUE(a == b);
 }
-
-TEST(Configb, KeysAreExactBytes)
-{
-    configb record;
-    record.set("Name", "upper");
-    record.set("name", "lower");
-    record.set(std::string_view("nul\0key", 7), "binary");
-    EXPECT_EQ(record.size(), 3u);
-    LightweightString<char> value;
-    ASSERT_EQ(record.in(std::string_view("nul\0key", 7), value), 0);
-    EXPECT_EQ(value, "binary");
-    EXPECT_NE(record.in("nul", value), 0);
-}

@@ -76,23 +76,6 @@ TEST(DataConvert, DoubleUsesTheLongestNumericPrefix)
     }
 }
 
-TEST(DataConvert, WideAndNarrowAgree)
-{
-    for (const char* text : {"3.25kg", " 17", "-0.5", "x1", "1e3"}) {
-        const auto wide = fromUTF8(text);
-        double narrowValue = -1;
-        double wideValue = -2;
-        unsigned narrowUnsigned = 1;
-        unsigned wideUnsigned = 2;
-        EXPECT_EQ(DataConvert::convert(std::string_view(text), narrowValue),
-            DataConvert::convert(wide.view(), wideValue));
-        EXPECT_EQ(narrowValue, wideValue) << text;
-        DataConvert::convert(std::string_view(text), narrowUnsigned);
-        DataConvert::convert(wide.view(), wideUnsigned);
-        EXPECT_EQ(narrowUnsigned, wideUnsigned) << text;
-    }
-}
-
 TEST(StringFromInteger, WritesEveryRangeInPlainDigits)
 {
     EXPECT_EQ(StringFromInteger(0), "0");

@@ -306,14 +306,3 @@ TEST(Preferences, DefaultPathFollowsTheEnvironment)
         EXPECT_EQ(Preferences::defaultPath(), "/home/editor/.config/tessel/preferences");
     }
 }
-
-TEST(Preferences, SerialisedFormParsesBackToTheSameMap)
-{
-    const Preferences::Map values = {
-        {"a\\=b", "\\"},
-        {"line\nbreak", "cr\r"},
-        {"#hash", "x#y=z"},
-        {"", ""},
-    };
-    EXPECT_EQ(Preferences::parse(Preferences::serialise(values)), values);
-}
