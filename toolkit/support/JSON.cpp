@@ -414,6 +414,10 @@ private:
             member.nameLength = frame.keyLength;
         }
         frame.members.push_back({member, cls});
+        // Counted while pending, so that one huge flat array is refused before it is complete.
+        m_treeBytes += sizeof(Pending);
+        if (m_treeBytes > kMaxTreeBytes)
+            return false;
         if (!scalarDocument)
             return true;
         Element* root = finish(frame);
@@ -457,7 +461,8 @@ private:
         const size_t count = frame.members.size();
         const size_t memberBytes = count * sizeof(Member);
         const size_t bytes = memberBytes + frame.text.size();
-        m_treeBytes += sizeof(Element) + bytes;
+        // The members were counted as they came; the element and its text are counted now.
+        m_treeBytes += sizeof(Element) + frame.text.size();
         if (m_treeBytes > kMaxTreeBytes)
             return nullptr;
 

@@ -36,9 +36,9 @@ namespace JSON {
 inline constexpr int kMaxDepth = 512;
 // parseFile answers null for a larger file without reading it.
 inline constexpr uint64_t kMaxFileBytes = 256ull << 20;
-// A document whose tree would take more memory than this is refused: a file of nothing but "[]," costs far
-// more as a tree than as text.
-inline constexpr uint64_t kMaxTreeBytes = 1ull << 30;
+// A document whose tree would take more memory than this is refused (as is text longer than this given to
+// parse): a file of nothing but "[]," or "0," costs far more as a tree than as text.
+inline constexpr uint64_t kMaxTreeBytes = 512ull << 20;
 
 class Element : public iObject {
 public:
