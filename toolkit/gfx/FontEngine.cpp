@@ -362,7 +362,8 @@ bool FontEngine::isLatinRun(const uint16_t* slots, size_t count)
     return false;
 }
 
-bool FontEngine::toSlots(std::string_view utf8, std::vector<uint16_t>& slots, std::vector<uint32_t>* offsets) const
+bool FontEngine::toSlots(std::string_view utf8, std::vector<uint16_t>& slots, std::vector<uint32_t>* offsets,
+                         bool keepNewlines) const
 {
     slots.resize(utf8.size());
     if (offsets)
@@ -377,6 +378,10 @@ bool FontEngine::toSlots(std::string_view utf8, std::vector<uint16_t>& slots, st
         int slot;
         if (*p < 0x80) {
             slot = *p++;
+            if (slot == '\n' && keepNewlines) {
+                slots[n++] = '\n';
+                continue;
+            }
         } else {
             uint32_t c;
             if (!decodeUtf8(p, end, c))
@@ -397,12 +402,13 @@ bool FontEngine::toSlots(std::string_view utf8, std::vector<uint16_t>& slots, st
     return true;
 }
 
-bool FontEngine::toSlots(std::wstring_view text, std::vector<uint16_t>& slots, std::vector<uint32_t>* offsets) const
+bool FontEngine::toSlots(std::wstring_view text, std::vector<uint16_t>& slots, std::vector<uint32_t>* offsets,
+                         bool keepNewlines) const
 {
     slots.resize(text.size());
     for (size_t i = 0; i < text.size(); ++i) {
         const int slot = tableIndex(static_cast<uint32_t>(text[i]));
-        if (slot < 0 || !m_usable[slot])
+        if (slot < 0 || !(m_usable[slot] || (keepNewlines && slot == '\n')))
             return false;
         slots[i] = static_cast<uint16_t>(slot);
     }
@@ -530,13 +536,21 @@ int64_t FontEngine::measureSlots(const uint16_t* slots, size_t count)
     if (count == 0)
         return 0;
     const bool latin = isLatinRun(slots, count);
+    uint32_t pairs[kMaxComplexPairs];
+    size_t pairCount = 0;
     int64_t width = m_advance[slots[0]];
     for (size_t i = 1; i < count; ++i) {
-        const int k = kern(latin, slots[i - 1], slots[i]);
-        if (k == kKernComplex)
-            return measureByWords(slots, count, latin);
+        int k = kern(latin, slots[i - 1], slots[i]);
+        if (k == kKernComplex) {
+            if (pairCount == kMaxComplexPairs)
+                return measureByWords(slots, count, latin);
+            pairs[pairCount++] = static_cast<uint32_t>(i);
+            k = 0;
+        }
         width += m_advance[slots[i]] + k;
     }
+    if (pairCount > 0)
+        width += complexWordsDelta(slots, count, latin, pairs, pairCount);
     return width;
 }
 
@@ -558,23 +572,125 @@ int64_t FontEngine::measure(std::string_view utf8)
     }
     if (i == n) {
         const int16_t* table = m_asciiKern[latin].data();
+        uint32_t pairs[kMaxComplexPairs];
+        size_t pairCount = 0;
         int64_t width = m_advance[s[0]];
         for (size_t j = 1; j < n; ++j) {
             int k = table[s[j - 1] * 128 + s[j]];
             if (k <= kKernComplex) {
                 k = kern(latin, s[j - 1], s[j]);
                 if (k == kKernComplex) {
-                    m_scratchSlots.assign(s, s + n);
-                    return measureByWords(m_scratchSlots.data(), n, latin);
+                    if (pairCount == kMaxComplexPairs) {
+                        m_scratchSlots.assign(s, s + n);
+                        return measureByWords(m_scratchSlots.data(), n, latin);
+                    }
+                    pairs[pairCount++] = static_cast<uint32_t>(j);
+                    k = 0;
                 }
             }
             width += m_advance[s[j]] + k;
         }
+        if (pairCount > 0)
+            width += complexWordsDelta(s, n, latin, pairs, pairCount);
         return width;
+    }
+    // Mostly ASCII with some accented letters: decoded and measured in the same pass, when an ASCII letter
+    // before the first other character has already made this a Latin run.
+    if (latin) {
+        int64_t width = 0;
+        if (measureDecoding(utf8, width))
+            return width;
     }
     if (toSlots(utf8, m_scratchSlots, nullptr))
         return measureSlots(m_scratchSlots.data(), m_scratchSlots.size());
     return shapeWithPango(utf8).width;
+}
+
+bool FontEngine::measureDecoding(std::string_view utf8, int64_t& width)
+{
+    auto p = reinterpret_cast<const unsigned char*>(utf8.data());
+    const auto end = p + utf8.size();
+    m_scratchSlots.resize(utf8.size());
+    uint16_t* slots = m_scratchSlots.data();
+    uint32_t pairs[kMaxComplexPairs];
+    size_t pairCount = 0;
+    size_t n = 0;
+    int64_t sum = 0;
+    while (p < end) {
+        int slot;
+        if (*p < 0x80) {
+            slot = *p++;
+        } else {
+            uint32_t c;
+            if (!decodeUtf8(p, end, c))
+                return false;
+            slot = tableIndex(c);
+            if (slot < 0)
+                return false;
+        }
+        if (!m_usable[slot])
+            return false;
+        sum += m_advance[slot];
+        if (n > 0) {
+            int k = kern(true, slots[n - 1], static_cast<uint16_t>(slot));
+            if (k == kKernComplex) {
+                if (pairCount == kMaxComplexPairs)
+                    return false;
+                pairs[pairCount++] = static_cast<uint32_t>(n);
+                k = 0;
+            }
+            sum += k;
+        }
+        slots[n++] = static_cast<uint16_t>(slot);
+    }
+    if (pairCount > 0)
+        sum += complexWordsDelta(slots, n, true, pairs, pairCount);
+    width = sum;
+    return true;
+}
+
+template <typename Slot>
+int64_t FontEngine::complexWordsDelta(const Slot* slots, size_t count, bool latin, const uint32_t* pairs,
+                                      size_t pairCount)
+{
+    const auto white = [&](size_t i) { return (m_info[slots[i]].flags & charWhite) != 0; };
+    int64_t delta = 0;
+    size_t wordEnd = 0;
+    for (size_t i = 0; i < pairCount; ++i) {
+        const size_t pair = pairs[i];
+        if (pair < wordEnd)
+            continue; // in the word already corrected
+        if (white(pair - 1) || white(pair)) {
+            // Not a ligature inside a word: the word-by-word correction does not apply.
+            m_wordSlots.assign(slots, slots + count);
+            int64_t plain = 0;
+            for (size_t j = 0; j < count; ++j) {
+                plain += m_advance[slots[j]];
+                if (j + 1 < count) {
+                    const int k = kern(latin, slots[j], slots[j + 1]);
+                    plain += k == kKernComplex ? 0 : k;
+                }
+            }
+            return shapeWidth(m_wordSlots.data(), count, latin, false) - plain;
+        }
+        size_t wordStart = pair - 1;
+        while (wordStart > 0 && !white(wordStart - 1))
+            --wordStart;
+        wordEnd = pair;
+        while (wordEnd < count && !white(wordEnd))
+            ++wordEnd;
+        m_wordSlots.assign(slots + wordStart, slots + wordEnd);
+        int64_t plain = 0;
+        for (size_t j = 0; j < m_wordSlots.size(); ++j) {
+            plain += m_advance[m_wordSlots[j]];
+            if (j + 1 < m_wordSlots.size()) {
+                const int k = kern(latin, m_wordSlots[j], m_wordSlots[j + 1]);
+                plain += k == kKernComplex ? 0 : k;
+            }
+        }
+        delta += complexWord(m_wordSlots.data(), m_wordSlots.size(), latin).width - plain;
+    }
+    return delta;
 }
 
 int64_t FontEngine::measure(std::wstring_view text)

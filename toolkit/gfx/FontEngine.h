@@ -24,6 +24,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 struct _cairo;
@@ -55,6 +56,29 @@ struct CharInfo {
     BreakClass breakClass = BreakClass::Other;
 };
 
+// Working memory of the word wrapper, kept with each font (fonts belong to one thread) so that wrapping
+// allocates nothing once warmed up.
+struct WrapScratch {
+    std::vector<uint16_t> slots;
+    std::vector<uint32_t> offsets;
+    std::vector<uint8_t> breaks;
+    std::vector<uint32_t> wordBreaks;
+    // The general wrapper's per-character arrays.
+    std::vector<int32_t> kernNext;
+    std::vector<int64_t> logWidth;
+    std::vector<int64_t> prefix;
+    std::vector<uint8_t> cutsComplexWord;
+    // The fast wrapper's word-break positions and lines.
+    struct Candidate {
+        int64_t prefix;     // shaper width of everything before the position
+        uint32_t position;
+        int32_t kernBefore; // kerning between the characters either side, not part of a line ending here
+    };
+    std::vector<Candidate> candidates;
+    std::vector<uint32_t> complexPairs;
+    std::vector<std::pair<uint32_t, uint32_t>> lines;
+};
+
 class FontEngine {
 public:
     static constexpr int kTableSize = 0x380;
@@ -82,9 +106,13 @@ public:
 
     // ---- The tables, for the wrapper
     // Maps the text to table slots; false when some character is not in this font's tables. `offsets`, when
-    // given, receives the code-unit position of each character and, last, the text's length.
-    bool toSlots(std::string_view utf8, std::vector<uint16_t>& slots, std::vector<uint32_t>* offsets) const;
-    bool toSlots(std::wstring_view text, std::vector<uint16_t>& slots, std::vector<uint32_t>* offsets) const;
+    // given, receives the code-unit position of each character and, last, the text's length. With
+    // `keepNewlines`, a newline is let through as its own slot (which no character of the tables uses), so that
+    // a wrapper can split paragraphs on it.
+    bool toSlots(std::string_view utf8, std::vector<uint16_t>& slots, std::vector<uint32_t>* offsets,
+                 bool keepNewlines = false) const;
+    bool toSlots(std::wstring_view text, std::vector<uint16_t>& slots, std::vector<uint32_t>* offsets,
+                 bool keepNewlines = false) const;
     static bool isLatinRun(const uint16_t* slots, size_t count);
     int32_t advance(uint16_t slot) const { return m_advance[slot]; }
     // Kerning between two neighbours, or kKernComplex.
@@ -109,6 +137,7 @@ public:
     const ComplexWord& complexWord(const uint16_t* slots, size_t count, bool latin);
     // Added to a line's width when the line ends in a hyphen after `last`.
     int64_t hyphenWidth(bool latin, uint16_t last);
+    WrapScratch& wrapScratch() { return m_wrapScratch; }
     // The shaper's rough width of one character, used as its look-ahead margin when breaking lines.
     int32_t approximateCharWidth() const { return m_approximateCharWidth; }
 
@@ -140,6 +169,13 @@ private:
     int16_t measurePair(bool latin, uint16_t first, uint16_t second);
     void shape(const uint32_t* codepoints, size_t count, bool latin);
     int64_t measureSlots(const uint16_t* slots, size_t count);
+    // A Latin run's width straight from its UTF-8; false when something needs the slower paths.
+    bool measureDecoding(std::string_view utf8, int64_t& width);
+    // Measuring sums plain advances and kerning and notes the pairs the font joins (at most this many per
+    // text; more go the slow way). This is what the words holding those pairs add to that sum.
+    static constexpr size_t kMaxComplexPairs = 16;
+    template <typename Slot>
+    int64_t complexWordsDelta(const Slot* slots, size_t count, bool latin, const uint32_t* pairs, size_t pairCount);
     int64_t measureByWords(const uint16_t* slots, size_t count, bool latin);
     _PangoLayout* layout();
 
@@ -177,6 +213,8 @@ private:
     std::array<std::unordered_map<std::u16string, ComplexWord, WordHash, WordEqual>, 2> m_wordCache;
     std::vector<uint32_t> m_scratchCodepoints;
     std::vector<uint16_t> m_scratchSlots;
+    std::vector<uint16_t> m_wordSlots;
+    WrapScratch m_wrapScratch;
 };
 
 } // namespace Pictor

@@ -14,7 +14,8 @@ namespace {
 
 using BC = BreakClass;
 
-// Where a run of digits stands, for the rule that keeps numbers such as "1,000.50", "(12)%" and "-3" whole.
+// Where a run of digits stands, for the rule that keeps numbers such as "1,000.50", "(12)%" and "-3" whole;
+// the same values as LineBreakScanner::advanceNumberState.
 enum class NumberState : uint8_t { None, Numeric, NumericClose };
 
 bool isAny(BC c, std::initializer_list<BC> set)
@@ -75,21 +76,6 @@ bool mayBreak(BC a, BC b, BC beforeSpaces, NumberState number, BC afterB)
     return true;
 }
 
-NumberState nextNumberState(NumberState state, BC c)
-{
-    switch (c) {
-    case BC::NU:
-        return NumberState::Numeric;
-    case BC::SY:
-    case BC::IS:
-        return state == NumberState::Numeric ? NumberState::Numeric : NumberState::None;
-    case BC::CL:
-    case BC::CP:
-        return state == NumberState::Numeric ? NumberState::NumericClose : NumberState::None;
-    default:
-        return NumberState::None;
-    }
-}
 
 } // namespace
 
@@ -111,9 +97,6 @@ const LineBreakScanner::Tables& LineBreakScanner::tables()
                 t.pair[(kNumberStates * kClasses + x) * kClasses + b] =
                     mayBreak(BC::SP, cb, cx, NumberState::None, BC::Other);
             }
-            for (int n = 0; n < kNumberStates; ++n)
-                t.nextNumber[n * kClasses + x] =
-                    static_cast<uint8_t>(nextNumberState(static_cast<NumberState>(n), cx));
         }
         return t;
     }();

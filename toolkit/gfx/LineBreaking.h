@@ -25,6 +25,25 @@ enum BreakFlags : uint8_t {
 // common punctuation), as tables, so that the per-character loop has almost no branches to mispredict.
 // A position's answer depends on its two neighbours and one piece of context: after spaces, the class before
 // the spaces; otherwise where a run of digits stands (numbers such as "1,000.50", "(12)%" and "-3" stay whole).
+// Each class's part in a number, two bits a class: 0 none, 1 digit, 2 infix separator or symbol
+// ("1,000", "1/2"), 3 closing bracket ("(12)%").
+constexpr uint32_t numberRoles()
+{
+    uint32_t bits = 0;
+    bits |= 1u << (2 * static_cast<int>(BreakClass::NU));
+    bits |= 2u << (2 * static_cast<int>(BreakClass::SY));
+    bits |= 2u << (2 * static_cast<int>(BreakClass::IS));
+    bits |= 3u << (2 * static_cast<int>(BreakClass::CL));
+    bits |= 3u << (2 * static_cast<int>(BreakClass::CP));
+    return bits;
+}
+constexpr uint32_t kNumberRoles = numberRoles();
+// The next digit-run state for each role (six bits a role) and state (two bits a state).
+constexpr uint32_t kNumberTransitions = (0u << 0) | (0u << 2) | (0u << 4) // none: back to no number
+    | (1u << 6) | (1u << 8) | (1u << 10)                                   // digit: in a number
+    | (0u << 12) | (1u << 14) | (0u << 16)                                 // separator: stays in a number
+    | (0u << 18) | (2u << 20) | (0u << 22);                                // closing: closes a number
+
 class LineBreakScanner {
 public:
     static constexpr int kClasses = 16;
@@ -36,14 +55,13 @@ public:
         // context 3 is "after spaces" and left the class before the spaces. kLookAhead marks the one rule that
         // also needs the class after the right neighbour.
         uint8_t pair[(kNumberStates + 1) * kClasses * kClasses];
-        uint8_t nextNumber[kNumberStates * kClasses];
     };
     static const Tables& tables();
     // The rare case kLookAhead defers to.
     static bool decideWithLookAhead(uint8_t left, uint8_t right, uint8_t numberState, uint8_t afterRight);
 
     explicit LineBreakScanner(uint8_t firstClass)
-        : m_tables(tables()), m_beforeSpaces(firstClass), m_number(m_tables.nextNumber[firstClass])
+        : m_tables(tables()), m_beforeSpaces(firstClass), m_number(advanceNumberState(0, firstClass))
     {
     }
 
@@ -53,6 +71,15 @@ public:
     uint8_t step(const CharInfo& prev, const CharInfo& here, AfterHere&& afterHere);
 
 private:
+    // The digit-run state is the one value carried from character to character, so it is computed with a few
+    // shifts of two constants rather than a table look-up, which would put a memory load in the loop's
+    // critical path. States: 0 none, 1 in a number, 2 just closed a bracket after a number.
+    static uint8_t advanceNumberState(uint8_t state, uint8_t cls)
+    {
+        const uint32_t role = (kNumberRoles >> (2 * cls)) & 3;
+        return static_cast<uint8_t>((kNumberTransitions >> (role * 6 + state * 2)) & 3);
+    }
+
     const Tables& m_tables;
     uint8_t m_beforeSpaces;
     uint8_t m_number;
@@ -85,6 +112,6 @@ inline uint8_t Pictor::LineBreakScanner::step(const CharInfo& prev, const CharIn
     // connector.
     const uint8_t hyphen = ((prev.flags & charLatinLetter) && (here.flags & charWordPart)) ? breakHyphen : 0;
     m_beforeSpaces = b == sp ? m_beforeSpaces : b;
-    m_number = m_tables.nextNumber[m_number * kClasses + b];
+    m_number = advanceNumberState(m_number, b);
     return static_cast<uint8_t>(rule | hyphen);
 }

@@ -27,16 +27,8 @@ namespace {
 // and a line boundary that cuts such a word is measured by shaping the piece.
 class ParagraphWrapper {
 public:
-    // Reused from paragraph to paragraph, so wrapping allocates nothing once warmed up.
-    struct Scratch {
-        std::vector<int32_t> kernNext;
-        std::vector<int64_t> logWidth;
-        std::vector<int64_t> prefix;
-        std::vector<uint8_t> cutsComplexWord;
-    };
-
     ParagraphWrapper(FontEngine& engine, const uint16_t* slots, size_t count, const std::vector<uint8_t>& breaks,
-                     const std::vector<uint32_t>& wordBreaks, int64_t width, Scratch& scratch)
+                     const std::vector<uint32_t>& wordBreaks, int64_t width, Pictor::WrapScratch& scratch)
         : m_engine(engine), m_slots(slots), m_count(count), m_breaks(breaks), m_wordBreaks(wordBreaks),
           m_width(width),
           m_info(&FontEngine::charInfo(0)), m_kernNext(scratch.kernNext), m_logWidth(scratch.logWidth),
@@ -215,15 +207,10 @@ private:
 // paragraph needs more: a word wider than the line, or a break inside a ligature word.
 class FastParagraphWrapper {
 public:
-    struct Candidate {
-        uint32_t position;
-        int32_t kernBefore; // kerning between the characters either side, not part of a line ending here
-        int32_t spaceWidth; // width of a space just before, which a line ending here does not count
-        int64_t prefix;     // shaper width of everything before the position
-    };
+    using Candidate = Pictor::WrapScratch::Candidate;
 
-    FastParagraphWrapper(FontEngine& engine, std::vector<Candidate>& candidates)
-        : m_engine(engine), m_candidates(candidates), m_info(&FontEngine::charInfo(0)),
+    FastParagraphWrapper(FontEngine& engine, Pictor::WrapScratch& scratch)
+        : m_engine(engine), m_scratch(scratch), m_info(&FontEngine::charInfo(0)),
           m_safeDistance(int64_t(engine.approximateCharWidth()) * 3)
     {
     }
@@ -233,28 +220,33 @@ public:
     {
         if (count < 2 || !scan(slots, count))
             return false;
+        const Candidate* candidates = m_scratch.candidates.data();
         // Lines are collected first, so that nothing is emitted when the general wrapper has to take over.
-        m_lines.clear();
+        auto& lines = m_scratch.lines;
+        lines.clear();
         size_t cursor = 0;
         uint32_t start = 0;
         int64_t startPrefix = 0;
         while (true) {
-            const int64_t rest = m_total - startPrefix;
-            if (count - start == 1 || rest - m_trailingSpace <= width) {
-                m_lines.push_back({start, static_cast<uint32_t>(count)});
+            if (count - start == 1 || m_total - startPrefix - m_trailingSpace <= width) {
+                lines.push_back({start, static_cast<uint32_t>(count)});
                 break;
             }
-            while (m_candidates[cursor].position <= start)
+            while (candidates[cursor].position <= start)
                 ++cursor;
             const Candidate* best = nullptr;
             int64_t bestWidth = 0;
-            for (size_t i = cursor; i < m_candidates.size(); ++i) {
-                const Candidate& c = m_candidates[i];
-                const bool atEnd = c.position == count;
+            for (size_t i = cursor; i < m_candidateCount; ++i) {
+                const Candidate& c = candidates[i];
                 const int64_t logical = c.prefix - startPrefix;
-                if (best && best->position < count && std::min(logical - c.spaceWidth, logical) > width + m_safeDistance)
+                const bool atEnd = c.position == count;
+                // One space before the break does not count against the line.
+                const int64_t space = !atEnd && (m_info[slots[c.position - 1]].flags & Pictor::charWhite)
+                    ? m_engine.advance(slots[c.position - 1]) + c.kernBefore
+                    : 0;
+                if (best && best->position < count && std::min(logical - space, logical) > width + m_safeDistance)
                     break;
-                const int64_t w = atEnd ? logical : logical - c.kernBefore - c.spaceWidth;
+                const int64_t w = atEnd ? logical : logical - c.kernBefore - space;
                 if (!best || w <= width || w < bestWidth) {
                     best = &c;
                     bestWidth = w;
@@ -262,13 +254,13 @@ public:
             }
             if (bestWidth > width)
                 return false; // needs breaking between characters
-            m_lines.push_back({start, best->position});
+            lines.push_back({start, best->position});
             start = best->position;
             startPrefix = best->prefix;
             if (start >= count)
                 break;
         }
-        for (const auto& line : m_lines)
+        for (const auto& line : lines)
             emit(line.first, line.second, false);
         return true;
     }
@@ -278,23 +270,23 @@ private:
     // show a hyphen, or a character is outside the scanner's classes.
     bool scan(const uint16_t* slots, size_t count)
     {
-        // Everything the loop touches is held in locals: stores through byte-sized pointers would otherwise
-        // force the members to be reloaded at every character.
+        // Everything the loop touches is held in locals (stores through byte-sized pointers would otherwise
+        // force members to be reloaded at every character), and it has no branch that depends on the text
+        // except the rare ones: a pair met for the first time, a ligature, a look-ahead rule.
         FontEngine& engine = m_engine;
         const Pictor::CharInfo* info = m_info;
         const bool latin = FontEngine::isLatinRun(slots, count);
         const int16_t* asciiKern = engine.asciiKern(latin);
-        m_candidates.resize(count + 1);
-        Candidate* out = m_candidates.data();
-        size_t candidates = 0;
-        bool hyphenAtBreak = false;
+        if (m_scratch.candidates.size() < count + 1)
+            m_scratch.candidates.resize(count + 1);
+        Candidate* out = m_scratch.candidates.data();
+        m_scratch.complexPairs.clear();
+        size_t n = 0;
+        uint8_t badBreak = 0;
         const Pictor::CharInfo* prev = &info[slots[0]];
         uint8_t allFlags = prev->flags;
         Pictor::LineBreakScanner scanner(static_cast<uint8_t>(prev->breakClass));
         int64_t prefix = 0;
-        size_t wordStart = (prev->flags & Pictor::charWhite) ? count : 0; // count: not in a word
-        int64_t prefixAtWordStart = 0;
-        bool wordComplex = false;
         for (size_t p = 1; p < count; ++p) {
             const uint16_t a = slots[p - 1];
             const uint16_t b = slots[p];
@@ -304,62 +296,71 @@ private:
             if (k <= FontEngine::kKernComplex) {
                 k = engine.kern(latin, a, b);
                 if (k == FontEngine::kKernComplex) {
-                    if ((prev->flags | here->flags) & Pictor::charWhite)
-                        return false;
-                    wordComplex = true;
+                    m_scratch.complexPairs.push_back(static_cast<uint32_t>(p));
                     k = 0;
                 }
             }
-            const int64_t logWidth = engine.advance(a) + k;
-            prefix += logWidth;
-            const bool prevWhite = prev->flags & Pictor::charWhite;
-            const bool hereWhite = here->flags & Pictor::charWhite;
-            if (prevWhite != hereWhite) {
-                if (hereWhite) {
-                    // A word ends: one holding a ligature takes its shaped width.
-                    if (wordComplex) {
-                        if (candidates > 0 && out[candidates - 1].position > wordStart)
-                            return false;
-                        prefix = prefixAtWordStart + engine.complexWord(slots + wordStart, p - wordStart, latin).width + k;
-                        wordComplex = false;
-                    }
-                } else {
-                    wordStart = p;
-                    prefixAtWordStart = prefix;
-                }
-            }
+            prefix += engine.advance(a) + k;
             const uint8_t f = scanner.step(*prev, *here, [&] {
                 return p + 1 < count ? info[slots[p + 1]].breakClass : Pictor::BreakClass::Other;
             });
-            if (f & Pictor::breakLine) {
-                out[candidates++] = {static_cast<uint32_t>(p), k, prevWhite ? static_cast<int32_t>(logWidth) : 0,
-                                     prefix};
-                hyphenAtBreak |= (f & Pictor::breakHyphen) != 0;
-            }
+            out[n] = {prefix, static_cast<uint32_t>(p), k};
+            n += f & Pictor::breakLine;
+            badBreak |= f & (f >> 1); // a break that would show a hyphen
             prev = here;
         }
-        if (!(allFlags & Pictor::charWrapSimple) || hyphenAtBreak)
+        if (!(allFlags & Pictor::charWrapSimple) || badBreak)
             return false;
         prefix += engine.advance(slots[count - 1]);
-        if (wordComplex) {
-            if (candidates > 0 && out[candidates - 1].position > wordStart)
-                return false;
-            prefix = prefixAtWordStart + engine.complexWord(slots + wordStart, count - wordStart, latin).width;
-        }
+        out[n++] = {prefix, static_cast<uint32_t>(count), 0};
+        m_candidateCount = n;
         m_total = prefix;
         m_trailingSpace = (prev->flags & Pictor::charWhite) ? engine.advance(slots[count - 1]) : 0;
-        out[candidates++] = {static_cast<uint32_t>(count), 0, 0, prefix};
-        m_candidates.resize(candidates);
+        return m_scratch.complexPairs.empty() || foldComplexWords(slots, count, latin);
+    }
+
+    // Each word holding a ligature takes its shaped width: the difference moves every later position.
+    bool foldComplexWords(const uint16_t* slots, size_t count, bool latin)
+    {
+        const auto white = [&](size_t i) { return (m_info[slots[i]].flags & Pictor::charWhite) != 0; };
+        Candidate* candidates = m_scratch.candidates.data();
+        size_t wordEnd = 0;
+        for (const uint32_t pair : m_scratch.complexPairs) {
+            if (pair < wordEnd)
+                continue; // same word as the previous pair
+            size_t wordStart = pair - 1;
+            while (wordStart > 0 && !white(wordStart - 1))
+                --wordStart;
+            wordEnd = pair;
+            while (wordEnd < count && !white(wordEnd))
+                ++wordEnd;
+            int64_t plain = 0;
+            for (size_t i = wordStart; i < wordEnd; ++i) {
+                plain += m_engine.advance(slots[i]);
+                if (i + 1 < wordEnd) {
+                    const int k = m_engine.kern(latin, slots[i], slots[i + 1]);
+                    plain += k == FontEngine::kKernComplex ? 0 : k;
+                }
+            }
+            const int64_t delta = m_engine.complexWord(slots + wordStart, wordEnd - wordStart, latin).width - plain;
+            for (size_t i = 0; i < m_candidateCount; ++i) {
+                if (candidates[i].position > wordStart && candidates[i].position < wordEnd)
+                    return false;
+                if (candidates[i].position >= wordEnd)
+                    candidates[i].prefix += delta;
+            }
+            m_total += delta;
+        }
         return true;
     }
 
     FontEngine& m_engine;
-    std::vector<Candidate>& m_candidates;
+    Pictor::WrapScratch& m_scratch;
     const Pictor::CharInfo* m_info;
     int64_t m_safeDistance;
+    size_t m_candidateCount = 0;
     int64_t m_total = 0;
     int64_t m_trailingSpace = 0;
-    std::vector<std::pair<uint32_t, uint32_t>> m_lines;
 };
 
 int64_t toShaperUnits(double width)
@@ -411,11 +412,10 @@ std::string wideToUtf8(std::wstring_view text, std::vector<size_t>& byteToWide)
 template <typename Emit>
 bool wrapWithTables(FontEngine& engine, const std::vector<uint16_t>& slots, int64_t width, Emit&& emit)
 {
-    static thread_local std::vector<uint8_t> breaks;
-    static thread_local std::vector<uint32_t> wordBreaks;
-    static thread_local ParagraphWrapper::Scratch scratch;
-    static thread_local std::vector<FastParagraphWrapper::Candidate> candidates;
-    FastParagraphWrapper fast(engine, candidates);
+    Pictor::WrapScratch& scratch = engine.wrapScratch();
+    std::vector<uint8_t>& breaks = scratch.breaks;
+    std::vector<uint32_t>& wordBreaks = scratch.wordBreaks;
+    FastParagraphWrapper fast(engine, scratch);
     const uint16_t newline = static_cast<uint16_t>(FontEngine::tableIndex('\n'));
     size_t start = 0;
     while (true) {
@@ -447,69 +447,15 @@ bool wrapWithTables(FontEngine& engine, const std::vector<uint16_t>& slots, int6
     }
 }
 
-// Newlines separate paragraphs; every other character must be in the tables.
-bool toParagraphSlots(FontEngine& engine, std::string_view utf8, std::vector<uint16_t>& slots,
-                      std::vector<uint32_t>& offsets)
-{
-    // The tables never hold control characters, so split the newlines out first and put them back as a marker
-    // slot (the newline's own, which no table character uses).
-    static thread_local std::vector<uint16_t> part;
-    static thread_local std::vector<uint32_t> partOffsets;
-    slots.clear();
-    offsets.clear();
-    size_t begin = 0;
-    while (true) {
-        const size_t nl = utf8.find('\n', begin);
-        const size_t end = nl == std::string_view::npos ? utf8.size() : nl;
-        if (!engine.toSlots(utf8.substr(begin, end - begin), part, &partOffsets))
-            return false;
-        slots.insert(slots.end(), part.begin(), part.end());
-        for (size_t i = 0; i + 1 < partOffsets.size(); ++i)
-            offsets.push_back(static_cast<uint32_t>(begin + partOffsets[i]));
-        if (nl == std::string_view::npos)
-            break;
-        slots.push_back(static_cast<uint16_t>(FontEngine::tableIndex('\n')));
-        offsets.push_back(static_cast<uint32_t>(nl));
-        begin = nl + 1;
-    }
-    offsets.push_back(static_cast<uint32_t>(utf8.size()));
-    return true;
-}
-
-bool toParagraphSlots(FontEngine& engine, std::wstring_view text, std::vector<uint16_t>& slots,
-                      std::vector<uint32_t>& offsets)
-{
-    static thread_local std::vector<uint16_t> part;
-    slots.clear();
-    offsets.clear();
-    size_t begin = 0;
-    while (true) {
-        const size_t nl = text.find(L'\n', begin);
-        const size_t end = nl == std::wstring_view::npos ? text.size() : nl;
-        if (!engine.toSlots(text.substr(begin, end - begin), part, nullptr))
-            return false;
-        slots.insert(slots.end(), part.begin(), part.end());
-        for (size_t i = begin; i < end; ++i)
-            offsets.push_back(static_cast<uint32_t>(i));
-        if (nl == std::wstring_view::npos)
-            break;
-        slots.push_back(static_cast<uint16_t>(FontEngine::tableIndex('\n')));
-        offsets.push_back(static_cast<uint32_t>(nl));
-        begin = nl + 1;
-    }
-    offsets.push_back(static_cast<uint32_t>(text.size()));
-    return true;
-}
-
 template <typename Text>
 std::vector<WordWrappingTextRenderer::Line> breakLines(Text text, const Pictor::Font& font, double width)
 {
     FontEngine& engine = font.engine();
-    static thread_local std::vector<uint16_t> slots;
-    static thread_local std::vector<uint32_t> offsets;
+    std::vector<uint16_t>& slots = engine.wrapScratch().slots;
+    std::vector<uint32_t>& offsets = engine.wrapScratch().offsets;
     const int64_t units = toShaperUnits(width);
     std::vector<WordWrappingTextRenderer::Line> lines;
-    if (toParagraphSlots(engine, text, slots, offsets)) {
+    if (engine.toSlots(text, slots, &offsets, true)) {
         const bool done = wrapWithTables(engine, slots, units, [&](size_t b, size_t e, bool hyphen) {
             lines.push_back({offsets[b], offsets[e], hyphen});
         });
@@ -533,10 +479,9 @@ template <typename Text>
 int countLines(Text text, const Pictor::Font& font, double width)
 {
     FontEngine& engine = font.engine();
-    static thread_local std::vector<uint16_t> slots;
-    static thread_local std::vector<uint32_t> offsets;
+    std::vector<uint16_t>& slots = engine.wrapScratch().slots;
     const int64_t units = toShaperUnits(width);
-    if (toParagraphSlots(engine, text, slots, offsets)) {
+    if (engine.toSlots(text, slots, nullptr, true)) {
         int count = 0;
         if (wrapWithTables(engine, slots, units, [&](size_t, size_t, bool) { ++count; }))
             return count;

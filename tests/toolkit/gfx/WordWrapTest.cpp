@@ -1,0 +1,190 @@
+// Word wrapping must give the same lines as the text shaper's own wrapping of the same text, so that boxes sized
+// from the count fit what is drawn.
+#include "toolkit/gfx/FontEngine.h"
+#include "toolkit/gfx/LineBreaking.h"
+#include "toolkit/gfx/WordWrappingTextRenderer.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+using namespace Pictor;
+
+namespace {
+
+std::vector<FontEngine::PangoLine> shaperLines(const Font& font, std::string_view utf8, double width)
+{
+    return font.engine().wrapWithPango(utf8, static_cast<int>(width * kShaperUnits));
+}
+
+const char* const kTexts[] = {
+    "",
+    "word",
+    "The quick brown fox jumps over the lazy dog while the render queue finishes.",
+    "Extraordinarily long words like incomprehensibilities must be broken by character.",
+    "aaa    bbb   trailing spaces   ",
+    "office affluent efficient shuffle: ligature words wrap as whole words",
+    "first line\nsecond line that is somewhat longer\n\nafter an empty line\n",
+    "numbers 1,000.50 and (12)% and -3 and x-ray and foo/bar and what?no and a.(b",
+    "Crème brûlée à la carte pour la façade naïve de Łódź",
+    "Ellipsis… em—dash and “quotes” go through the shaper's break rules",
+    "Greek Καλημέρα κόσμε mixed in falls back to the shaper",
+    "tab\tseparated\tvalues",
+};
+
+} // namespace
+
+TEST(WordWrap, CountsAndBreaksAgreeWithTheShaper)
+{
+    for (const auto& desc : {FontDesc(), FontDesc("DejaVu Sans", 17, fontStyleItalic), FontDesc("DejaVu Serif", 11)}) {
+        const auto font = loadFont(desc);
+        for (const char* text : kTexts) {
+            for (double width : {1.0, 9.0, 20.0, 33.0, 57.5, 80.0, 121.0, 200.0, 333.0, 1000.0}) {
+                const auto expected = shaperLines(*font, text, width);
+                const auto lines = WordWrappingTextRenderer::calcLineBreaks(std::string_view(text), *font, width);
+                ASSERT_EQ(lines.size(), expected.size()) << text << " at " << width;
+                EXPECT_EQ(WordWrappingTextRenderer::calcNumDisplayLines(std::string_view(text), *font, width),
+                          static_cast<int>(expected.size()));
+                for (size_t i = 0; i < lines.size(); ++i) {
+                    EXPECT_EQ(lines[i].begin, expected[i].begin) << text << " at " << width << " line " << i;
+                    EXPECT_EQ(lines[i].end, expected[i].end) << text << " at " << width << " line " << i;
+                    EXPECT_EQ(lines[i].hyphen, expected[i].hyphen) << text << " at " << width << " line " << i;
+                }
+            }
+        }
+    }
+}
+
+TEST(WordWrap, RandomTextAtRandomWidthsAgreesWithTheShaper)
+{
+    static const char* const words[] = {"a", "to", "the", "render", "timeline", "AVATAR", "office", "x-ray",
+                                        "12.5%", "(note)", "\"quoted\"", "café", "e.g.", "supercalifragilistic",
+                                        "don't", "a/b", "yes!", "1,000", "ff", "Wave"};
+    std::mt19937 rng(7);
+    const auto font = loadFont(FontDesc());
+    int disagreements = 0;
+    for (int i = 0; i < 1500; ++i) {
+        std::string text;
+        const int count = static_cast<int>(rng() % 16);
+        for (int w = 0; w < count; ++w) {
+            if (w)
+                text += (rng() % 9 == 0) ? "  " : (rng() % 15 == 0 ? "\n" : " ");
+            text += words[rng() % std::size(words)];
+        }
+        const double width = 5.0 + rng() % 300;
+        if (WordWrappingTextRenderer::calcNumDisplayLines(std::string_view(text), *font, width)
+            != static_cast<int>(shaperLines(*font, text, width).size()))
+            ++disagreements;
+    }
+    EXPECT_EQ(disagreements, 0);
+}
+
+TEST(WordWrap, LinesCoverTheTextInOrder)
+{
+    const auto font = loadFont(FontDesc());
+    const std::wstring text = L"Lines must cover every character once, in order,\nwith nothing lost at the breaks.";
+    const auto lines = WordWrappingTextRenderer::calcLineBreaks(std::wstring_view(text), *font, 70.0);
+    ASSERT_GT(lines.size(), 3u);
+    std::wstring joined;
+    size_t previousEnd = 0;
+    for (const auto& line : lines) {
+        ASSERT_LE(line.begin, line.end);
+        // Only the newline ending a paragraph lies between one line and the next.
+        const std::wstring between = text.substr(previousEnd, line.begin - previousEnd);
+        EXPECT_TRUE(between.empty() || between == L"\n");
+        joined += text.substr(line.begin, line.end - line.begin);
+        previousEnd = line.end;
+        // Nothing but the one space that may hang past the edge is wider than the box.
+        std::wstring shown = text.substr(line.begin, line.end - line.begin);
+        if (!shown.empty() && shown.back() == L' ')
+            shown.pop_back();
+        if (shown.size() > 1) {
+            EXPECT_LE(font->measureWidth(std::wstring_view(shown)), 70.0) << std::string(toUTF8(shown).c_str());
+        }
+    }
+    EXPECT_EQ(previousEnd, text.size());
+    std::wstring withoutNewlines = text;
+    std::erase(withoutNewlines, L'\n');
+    EXPECT_EQ(joined, withoutNewlines);
+}
+
+TEST(WordWrap, WordsSplitBetweenLettersShowAHyphen)
+{
+    const auto font = loadFont(FontDesc());
+    const std::string text = "incomprehensibilities";
+    const auto lines = WordWrappingTextRenderer::calcLineBreaks(std::string_view(text), *font, 40.0);
+    ASSERT_GT(lines.size(), 2u);
+    for (size_t i = 0; i + 1 < lines.size(); ++i) {
+        EXPECT_TRUE(lines[i].hyphen);
+    }
+    EXPECT_FALSE(lines.back().hyphen);
+    // Digits are not a word: no hyphen.
+    const auto digits = WordWrappingTextRenderer::calcLineBreaks(std::string_view("1234567890123"), *font, 30.0);
+    ASSERT_GT(digits.size(), 1u);
+    EXPECT_FALSE(digits.front().hyphen);
+}
+
+TEST(WordWrap, EdgeCases)
+{
+    const auto font = loadFont(FontDesc());
+    EXPECT_EQ(WordWrappingTextRenderer::calcNumDisplayLines(std::wstring_view(L""), *font, 100.0), 1);
+    EXPECT_EQ(WordWrappingTextRenderer::calcNumDisplayLines(std::wstring_view(L"\n"), *font, 100.0), 2);
+    EXPECT_EQ(WordWrappingTextRenderer::calcNumDisplayLines(std::wstring_view(L"a\n\nb"), *font, 100.0), 3);
+    // No room at all still shows every character, one per line.
+    EXPECT_EQ(WordWrappingTextRenderer::calcNumDisplayLines(std::wstring_view(L"abc"), *font, 0.0), 3);
+    EXPECT_EQ(WordWrappingTextRenderer::calcNumDisplayLines(std::wstring_view(L"abc"), *font, -50.0), 3);
+    EXPECT_EQ(WordWrappingTextRenderer::calcNumDisplayLines(std::wstring_view(L"a b c d"), *font, 1e12), 1);
+    // The description overloads load the same font.
+    const std::wstring text = L"The description overloads wrap exactly like the font ones";
+    const int byFont = WordWrappingTextRenderer::calcNumDisplayLines(std::wstring_view(text), *font, 90.0);
+    EXPECT_EQ(WordWrappingTextRenderer::calcNumDisplayLines(text, 90, FontDesc()), byFont);
+    EXPECT_EQ(WordWrappingTextRenderer::calcNumDisplayLines(text, FontDesc(), 90.0), byFont);
+    // Surrogates and other values that are no characters must not derail the wide path.
+    const std::wstring odd{L'a', wchar_t(0xD800), L' ', wchar_t(0x110000), L'b'};
+    EXPECT_GE(WordWrappingTextRenderer::calcNumDisplayLines(std::wstring_view(odd), *font, 5.0), 1);
+}
+
+TEST(LineBreakRules, AgreeWithTheShaperForEveryCharacterTheyKnow)
+{
+    std::vector<uint16_t> known;
+    for (int slot = 0; slot < FontEngine::kTableSize; ++slot) {
+        if (FontEngine::charInfo(slot).flags & charWrapSimple)
+            known.push_back(static_cast<uint16_t>(slot));
+    }
+    ASSERT_GT(known.size(), 500u);
+    const std::string ascii = " aZ09-.,:;!?'\"()[]{}/|\\$%+#&*@^_`~=<>";
+    std::mt19937 rng(99);
+    std::vector<uint8_t> fast, reference;
+    for (int i = 0; i < 20000; ++i) {
+        std::vector<uint16_t> slots(1 + rng() % 12);
+        for (auto& s : slots)
+            s = (i % 2) ? known[rng() % known.size()] : static_cast<uint16_t>(ascii[rng() % ascii.size()]);
+        ASSERT_TRUE(computeBreakFlags(slots.data(), slots.size(), fast));
+        ASSERT_TRUE(computeBreakFlagsWithShaper(slots.data(), slots.size(), reference));
+        ASSERT_EQ(fast, reference) << "case " << i;
+    }
+}
+
+TEST(LineBreakRules, NumbersAndBracketsStayWhole)
+{
+    const auto breaksIn = [](const char* text) {
+        std::vector<uint16_t> slots;
+        for (const char* p = text; *p; ++p)
+            slots.push_back(static_cast<uint16_t>(*p));
+        std::vector<uint8_t> flags;
+        EXPECT_TRUE(computeBreakFlags(slots.data(), slots.size(), flags));
+        std::vector<size_t> at;
+        for (size_t i = 1; i < slots.size(); ++i) {
+            if (flags[i] & breakLine)
+                at.push_back(i);
+        }
+        return at;
+    };
+    EXPECT_TRUE(breaksIn("1,000.50").empty());
+    EXPECT_TRUE(breaksIn("(12)%").empty());
+    EXPECT_EQ(breaksIn("x -1"), std::vector<size_t>{2});  // before "-1", never inside it
+    EXPECT_EQ(breaksIn("x-ray"), std::vector<size_t>{2}); // after the hyphen
+    EXPECT_EQ(breaksIn("a ( b"), std::vector<size_t>{2}); // not after an opening bracket, even past spaces
+}
