@@ -12,8 +12,11 @@
 //   wheel                                   | one step per notch
 //
 // Every value is clamped to the range. A change by the user is proposed to the bound adaptor
-// (ValWidget<double>: kDataChangeInteractive while dragging, kDataChangeFinal for the release and for keys)
-// and the owner hears changedMsg, once per change of value. setPosition() from code only moves the thumb.
+// (ValWidget<double>: kDataChangeInteractive while dragging, kDataChangeFinal for a release that moves the
+// thumb, for keys and the wheel) and the owner hears changedMsg, once per change of value. A release where
+// the last drag step left the thumb proposes the same value again, which value holders ignore; observers that
+// defer work to the end of a drag should therefore also settle after a pause. setPosition() from code only
+// moves the thumb.
 //
 // The point of interest (a default, a reference) is drawn as a mark under the track.
 

@@ -196,7 +196,8 @@ void StatusMessage::poll()
 {
     if (m_timeout <= 0.0 || m_hover)
         return;
-    if (service_get_msecs_precise() - m_shownAt >= m_timeout)
+    // Readings are large fractional numbers: allow for the rounding of their difference.
+    if (service_get_msecs_precise() - m_shownAt >= m_timeout - 1e-6)
         close(); // destroys this message: nothing may follow
 }
 
