@@ -1,6 +1,7 @@
 #include "toolkit/ui/Glob.h"
 
 #include "toolkit/gfx/Painter.h"
+#include "toolkit/support/MainThread.h"
 #include "toolkit/ui/Screen.h"
 #include "toolkit/ui/TabOrderable.h"
 
@@ -119,6 +120,12 @@ private:
 
 namespace {
 
+// Widgets belong to the user-interface thread; a debug build says so at the first call from elsewhere.
+inline void assertUiThread()
+{
+    assert(isMainThread() && "widgets are made, changed and destroyed on the user-interface thread only");
+}
+
 // Dispatches in progress, and widgets whose destruction waits for the outermost one to end.
 int dispatchDepth = 0;
 bool reaping = false;
@@ -213,6 +220,7 @@ void Glob::initFrom(const GlobCreationInfo& info)
 
 void Glob::registerLive()
 {
+    assertUiThread();
     m_stamp = Cv::StampTable::global().issue(this);
     GlobRegistry::instance().insert(this);
 }
@@ -440,6 +448,7 @@ void Glob::removeAllChildren()
 
 void Glob::destroy(Glob* widget)
 {
+    assertUiThread();
     if (!is_good_glob_ptr(widget))
         return;
     if (dispatchDepth == 0 && !reaping) {
@@ -691,6 +700,7 @@ Screen* Glob::getScreen() const
 
 bool Glob::deliver(Glob* target, const LightweightString<char>& msg)
 {
+    assertUiThread();
     const IdStamp self = m_stamp;
     if (target && is_good_glob_ptr(target) && !target->hasFlag(DyingFlag)) {
         DispatchScope scope;

@@ -22,20 +22,34 @@ Colour shadeOf(const Colour& base, int shade)
 } // namespace
 
 Palette::Palette()
+    : m_roles(standardRoles())
 {
-    // A dark editor look: near-neutral greys with a faint blue cast, one blue accent, muted secondary text.
-    set(Window, Colour::fromBytes(46, 48, 53));
-    set(Text, Colour::fromBytes(216, 218, 222));
-    set(SubheadingText, Colour::fromBytes(143, 179, 217));
-    set(DisabledText, Colour::fromBytes(118, 122, 130));
-    set(Highlight, Colour::fromBytes(61, 123, 217));
-    set(HighlightText, Colour::fromBytes(255, 255, 255));
-    set(Border, Colour::fromBytes(24, 25, 28));
-    set(TitleBar, Colour::fromBytes(34, 36, 41));
-    set(TitleText, Colour::fromBytes(201, 204, 210));
-    set(Focus, Colour::fromBytes(90, 155, 240));
-    set(Warning, Colour::fromBytes(224, 160, 64));
-    set(Entry, Colour::fromBytes(30, 32, 36));
+}
+
+const std::array<uint32_t, Palette::NumRoles>& Palette::standardRoles()
+{
+    // Built once: every widget's creation info starts from this palette.
+    static const std::array<uint32_t, NumRoles> roles = [] {
+        std::array<uint32_t, NumRoles> r {};
+        auto put = [&r](Role role, uint8_t red, uint8_t green, uint8_t blue) {
+            r[role] = pack(Colour::fromBytes(red, green, blue));
+        };
+        // A dark editor look: near-neutral greys with a faint blue cast, one blue accent, muted secondary text.
+        put(Window, 46, 48, 53);
+        put(Text, 216, 218, 222);
+        put(SubheadingText, 143, 179, 217);
+        put(DisabledText, 118, 122, 130);
+        put(Highlight, 61, 123, 217);
+        put(HighlightText, 255, 255, 255);
+        put(Border, 24, 25, 28);
+        put(TitleBar, 34, 36, 41);
+        put(TitleText, 201, 204, 210);
+        put(Focus, 90, 155, 240);
+        put(Warning, 224, 160, 64);
+        put(Entry, 30, 32, 36);
+        return r;
+    }();
+    return roles;
 }
 
 Palette::Palette(const Colour& window, const Colour& text)

@@ -60,6 +60,7 @@ public:
     bool operator==(const Palette&) const = default;
 
 private:
+    static const std::array<uint32_t, NumRoles>& standardRoles();
     static uint32_t pack(const Colour& c);
     static Colour unpack(uint32_t rgba);
 

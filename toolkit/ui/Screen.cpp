@@ -4,6 +4,7 @@
 #include "toolkit/gfx/Painter.h"
 #include "toolkit/support/BackgroundTasks.h"
 #include "toolkit/support/Clock.h"
+#include "toolkit/support/MainThread.h"
 #include "toolkit/ui/Drawable.h"
 #include "toolkit/ui/ScreenBackend.h"
 #include "toolkit/ui/StylePainter.h"
@@ -12,6 +13,7 @@
 #include "toolkit/ui/UifStd.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdlib>
 
 namespace {
@@ -277,6 +279,7 @@ bool Screen::offerToIntercepts(const Event& event, Glob* hit)
 
 Glob* Screen::dispatch(Glob* target, const Event& screenEvent)
 {
+    assert(isMainThread() && "input is dispatched on the user-interface thread only");
     Glob::DispatchScope scope;
     GlobWatch current(target);
     while (Glob* g = current.get()) {
@@ -551,6 +554,7 @@ void Screen::flush()
         return;
     }
     m_flushWanted = false;
+    assert(isMainThread() && "the screen paints on the user-interface thread only");
     if (m_painting || m_dirty.empty())
         return;
     m_painting = true;
