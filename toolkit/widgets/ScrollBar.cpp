@@ -1,6 +1,8 @@
 #include "toolkit/widgets/ScrollBar.h"
 
 #include "toolkit/gfx/Painter.h"
+#include "toolkit/support/BackgroundTasks.h"
+#include "toolkit/support/Clock.h"
 #include "toolkit/ui/GlobManager.h"
 #include "toolkit/ui/StylePainter.h"
 #include "toolkit/ui/UifStd.h"
@@ -73,7 +75,10 @@ ScrollBar& ScrollBar::operator=(ScrollBar&& other)
     return *this = static_cast<const ScrollBar&>(other);
 }
 
-ScrollBar::~ScrollBar() = default;
+ScrollBar::~ScrollBar()
+{
+    stopRepeating();
+}
 
 LightweightString<char> ScrollBar::idstring() const
 {
@@ -169,33 +174,29 @@ bool ScrollBar::react(const Event& event)
     case Event::MouseDown: {
         if (event.button != Event::LeftButton || !isEnabledInTree())
             return false;
-        if (upButtonBox().contains(event.pos)) {
+        m_pointerY = event.pos.y;
+        if (upButtonBox().contains(event.pos))
             m_pressed = Part::Up;
-            redraw(upButtonBox());
-            callMsg(upButtonPressedMsg);
-            return true;
-        }
-        if (downButtonBox().contains(event.pos)) {
+        else if (downButtonBox().contains(event.pos))
             m_pressed = Part::Down;
-            redraw(downButtonBox());
-            callMsg(downButtonPressedMsg);
+        else if (!isScrollable())
             return true;
-        }
-        if (!isScrollable())
-            return true;
-        const GlobBox thumb = thumbBox();
-        if (thumb.contains(event.pos)) {
+        else if (thumbBox().contains(event.pos))
             m_pressed = Part::Thumb;
-            m_grip = thumb.top() - event.pos.y;
-            redraw();
+        else
+            m_pressed = Part::Track;
+        redraw();
+        if (m_pressed == Part::Thumb) {
+            m_grip = thumbBox().top() - event.pos.y;
             return true;
         }
-        m_pressed = Part::Track;
-        // Pages towards the pointer: above the thumb is earlier in what scrolls.
-        userMove(event.pos.y >= thumb.top() ? m_pos - m_size : m_pos + m_size);
+        GlobWatch self(this);
+        if (stepPressedPart() && self)
+            startRepeating();
         return true;
     }
     case Event::MouseDrag:
+        m_pointerY = event.pos.y;
         if (m_pressed == Part::Thumb)
             userMove(positionForThumbTop(event.pos.y + m_grip));
         return m_pressed != Part::None;
@@ -203,6 +204,7 @@ bool ScrollBar::react(const Event& event)
         if (event.button != Event::LeftButton || m_pressed == Part::None)
             return false;
         m_pressed = Part::None;
+        stopRepeating();
         redraw();
         return true;
     case Event::MouseWheel:
@@ -215,6 +217,61 @@ bool ScrollBar::react(const Event& event)
     default:
         return Glob::react(event);
     }
+}
+
+bool ScrollBar::stepPressedPart()
+{
+    switch (m_pressed) {
+    case Part::Up: return callMsg(upButtonPressedMsg);
+    case Part::Down: return callMsg(downButtonPressedMsg);
+    case Part::Track: {
+        // Pages towards the pointer (above the thumb is earlier in what scrolls), and stops under it.
+        const GlobBox thumb = thumbBox();
+        if (m_pointerY >= thumb.top())
+            return userMove(m_pos - m_size);
+        if (m_pointerY < thumb.bottom())
+            return userMove(m_pos + m_size);
+        return true;
+    }
+    default: return true;
+    }
+}
+
+void ScrollBar::startRepeating()
+{
+    m_nextRepeat = service_get_msecs_precise() + repeatDelay;
+    if (!m_repeater)
+        m_repeater = Cv::addBackgroundPoller([this] { repeatIfDue(); });
+}
+
+void ScrollBar::stopRepeating()
+{
+    if (m_repeater)
+        Cv::removeBackgroundPoller(m_repeater);
+    m_repeater = 0;
+}
+
+void ScrollBar::repeatIfDue()
+{
+    if (m_pressed == Part::None || m_pressed == Part::Thumb || !isEnabledInTree()) {
+        stopRepeating();
+        return;
+    }
+    // Readings are large fractional numbers: allow for the rounding of their difference.
+    const double now = service_get_msecs_precise();
+    if (now + 1e-6 < m_nextRepeat)
+        return;
+    m_nextRepeat = now + repeatInterval;
+    stepPressedPart(); // may destroy this bar, whose destructor then removes this poller: nothing may follow
+}
+
+void ScrollBar::setActive(bool active, eRedrawFlag redrawFlag)
+{
+    if (!active) {
+        m_pressed = Part::None;
+        stopRepeating();
+    }
+    Glob::setActive(active, redrawFlag);
 }
 
 // ---------------------------------------------------------------------------------------------------------

@@ -14,6 +14,10 @@
 //   press in the track above (below) thumb | thumbMovedMsg          | pages: position -= (+=) size
 //   drag of the thumb                      | thumbMovedMsg per move | position follows the pointer
 //
+// Holding an arrow or the track down repeats it: after repeatDelay ms, then every repeatInterval ms, on the
+// toolkit clock, checked once per turn of the event loop. Track paging stops when the thumb reaches the
+// pointer.
+//
 // isScrollBarMsg tells an owner's handler that a message is one of these three.
 
 #include "toolkit/ui/Glob.h"
@@ -66,7 +70,11 @@ public:
     static const char* const downButtonPressedMsg;
     static bool isScrollBarMsg(const LightweightString<char>& name);
 
+    static constexpr double repeatDelay = 400.0;
+    static constexpr double repeatInterval = 50.0;
+
     bool react(const Event& event) override;
+    void setActive(bool active, eRedrawFlag redraw = Redraw) override;
     void drawBackground() override;
     void drawText() override;
 
@@ -75,10 +83,20 @@ private:
     // Moves the thumb as the user asked and tells the owner when it moved.
     bool userMove(double position);
     double positionForThumbTop(int top) const;
+    // One step of what the pressed part does: an arrow message, or a page towards the pointer. Answers
+    // whether the bar still exists.
+    bool stepPressedPart();
+    void startRepeating();
+    void stopRepeating();
+    void repeatIfDue();
 
     double m_pos = 0.0;
     double m_size = 1.0;
     // While the thumb is dragged: the pointer's distance below the thumb's top when gripped.
     int m_grip = 0;
     Part m_pressed = Part::None;
+    // Where the pointer is while the track is held, for paging towards it.
+    int m_pointerY = 0;
+    double m_nextRepeat = 0.0;
+    uint64_t m_repeater = 0; // a background poller, only while an arrow or the track is held
 };

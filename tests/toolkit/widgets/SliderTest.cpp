@@ -230,6 +230,57 @@ TEST_F(ScrollBarTest, DraggingTheThumbFollowsThePointerAndClamps)
     EXPECT_EQ(ui.owner().count(), 0u) << "nothing to scroll";
 }
 
+TEST_F(ScrollBarTest, HoldingAnArrowOrTheTrackRepeatsOnTheToolkitClock)
+{
+    ScrollBar* b = bar(0.1);
+    ui.press(b, b->downButtonBox().centre());
+    EXPECT_EQ(ui.owner().count(ScrollBar::downButtonPressedMsg), 1u);
+    ui.advance(ScrollBar::repeatDelay - 1);
+    ui.step();
+    EXPECT_EQ(ui.owner().count(ScrollBar::downButtonPressedMsg), 1u);
+    ui.advance(1);
+    ui.step();
+    EXPECT_EQ(ui.owner().count(ScrollBar::downButtonPressedMsg), 2u);
+    ui.advance(ScrollBar::repeatInterval);
+    ui.step();
+    EXPECT_EQ(ui.owner().count(ScrollBar::downButtonPressedMsg), 3u);
+    ui.release(b, b->downButtonBox().centre());
+    ui.advance(1000);
+    ui.step();
+    EXPECT_EQ(ui.owner().count(ScrollBar::downButtonPressedMsg), 3u) << "the release stops the repeat";
+
+    // Holding the track pages towards the pointer and stops when the thumb reaches it.
+    const XY<int> halfway(b->getWidth() / 2, b->trackBox().bottom() + b->trackBox().height() / 2);
+    ui.press(b, halfway);
+    for (int i = 0; i < 20; ++i) {
+        ui.advance(ScrollBar::repeatDelay);
+        ui.step();
+    }
+    ui.release(b, halfway);
+    const GlobBox thumb = b->thumbBox();
+    EXPECT_TRUE(thumb.bottom() <= halfway.y && halfway.y < thumb.top() + 1) << "the thumb stopped under the pointer";
+    EXPECT_GT(b->getThumbPos(), 0.3);
+    EXPECT_LT(b->getThumbPos(), 0.6);
+}
+
+TEST_F(ScrollBarTest, AnOwnerMayDestroyTheBarWhileItRepeats)
+{
+    ScrollBar* b = bar(0.1);
+    int heard = 0;
+    ui.owner().onMessage = [&](const RecordingOwner::Received& r) {
+        if (++heard == 2)
+            Glob::destroy(r.sender);
+    };
+    ui.press(b, b->upButtonBox().centre());
+    ui.advance(ScrollBar::repeatDelay);
+    ui.step();
+    EXPECT_FALSE(is_good_glob_ptr(b));
+    ui.advance(ScrollBar::repeatDelay);
+    ui.step();
+    EXPECT_EQ(heard, 2);
+    ui.owner().onMessage = nullptr;
+}
+
 // ---------------------------------------------------------------------------------------------------------
 // Gauges
 
