@@ -54,9 +54,4 @@ inline std::string readBytes(const std::filesystem::path& file)
     return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
-inline std::string toPath(const LightweightString<wchar_t>& path)
-{
-    return toUTF8(path.view()).str();
-}
-
 } // namespace tutorial_test
