@@ -126,6 +126,50 @@ void appendQuoted(std::string& out, std::string_view text)
     out += '"';
 }
 
+// The power of ten of the first significant digit of a JSON number's text, saturated far beyond the
+// range of doubles; only its sign matters to the caller.
+long long decimalOrder(std::string_view text)
+{
+    if (!text.empty() && text.front() == '-')
+        text.remove_prefix(1);
+    const size_t e = text.find_first_of("eE");
+    const std::string_view mantissa = text.substr(0, e);
+    long long exponent = 0;
+    if (e != std::string_view::npos) {
+        std::string_view digits = text.substr(e + 1);
+        const bool negative = !digits.empty() && digits.front() == '-';
+        if (!digits.empty() && (digits.front() == '-' || digits.front() == '+'))
+            digits.remove_prefix(1);
+        for (const char c : digits)
+            exponent = std::min(exponent * 10 + (c - '0'), 1'000'000'000'000LL);
+        if (negative)
+            exponent = -exponent;
+    }
+    const size_t dot = mantissa.find('.');
+    const std::string_view integer = mantissa.substr(0, dot);
+    const size_t firstInteger = integer.find_first_not_of('0');
+    if (firstInteger != std::string_view::npos)
+        return static_cast<long long>(integer.size() - firstInteger) - 1 + exponent;
+    const std::string_view fraction = dot == std::string_view::npos ? std::string_view() : mantissa.substr(dot + 1);
+    const size_t firstFraction = fraction.find_first_not_of('0');
+    if (firstFraction == std::string_view::npos)
+        return std::numeric_limits<long long>::min(); // zero
+    return exponent - static_cast<long long>(firstFraction) - 1;
+}
+
+// The double nearest to a number's text (already checked against the JSON grammar). Too small to be told
+// from zero reads as zero; too large for a double has no value.
+std::optional<double> numberFromText(std::string_view text)
+{
+    double value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error == std::errc() && end == text.data() + text.size())
+        return value;
+    if (error == std::errc::result_out_of_range && decimalOrder(text) < 0)
+        return text.front() == '-' ? -0.0 : 0.0;
+    return std::nullopt;
+}
+
 void releaseElement(Element* element)
 {
     if (element && element->decRefCount() == 0)
@@ -342,7 +386,13 @@ public:
         member.value.number = d;
         return addMember(frameForValue(), Element::eNumber, member);
     }
-    bool RawNumber(const Ch*, SizeType, bool) { return false; }
+    // Numbers arrive as their text and are converted here, correctly rounded; the reader's own conversion
+    // misbehaves on extreme exponents.
+    bool RawNumber(const Ch* text, SizeType length, bool)
+    {
+        const std::optional<double> value = numberFromText(std::string_view(text, length));
+        return value && Double(*value);
+    }
     bool String(const Ch* text, SizeType length, bool)
     {
         // The reader checks the bytes of the input, but an escaped lone surrogate ("\udc00") would still
@@ -503,13 +553,15 @@ private:
 Cv::Ptr<Element> parse(std::string_view utf8)
 {
     // A NUL byte is never valid JSON text, and the reader would take one for the end of the input.
-    if (utf8.size() > kMaxTreeBytes || std::memchr(utf8.data(), 0, utf8.size()))
+    // Longer text is refused before the reader sees it: its number scanner keeps digit counts in an int.
+    if (utf8.empty() || utf8.size() > kMaxFileBytes || std::memchr(utf8.data(), 0, utf8.size()))
         return nullptr;
     TreeBuilder builder;
     rapidjson::MemoryStream stream(utf8.data(), utf8.size());
     rapidjson::Reader reader;
-    constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag
-        | rapidjson::kParseValidateEncodingFlag;
+    // Full precision comes from converting the numbers' text here (see RawNumber).
+    constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag
+        | rapidjson::kParseFullPrecisionFlag | rapidjson::kParseValidateEncodingFlag;
     if (reader.Parse<flags>(stream, builder).IsError())
         return nullptr;
     return builder.takeRoot();

@@ -34,10 +34,10 @@ namespace JSON {
 
 // Deeper nesting than this many containers makes the document unreadable (parse answers null).
 inline constexpr int kMaxDepth = 512;
-// parseFile answers null for a larger file without reading it.
-inline constexpr uint64_t kMaxFileBytes = 256ull << 20;
-// A document whose tree would take more memory than this is refused (as is text longer than this given to
-// parse): a file of nothing but "[]," or "0," costs far more as a tree than as text.
+// Longer text is refused, and parseFile answers null for a larger file without reading it.
+inline constexpr uint64_t kMaxFileBytes = 128ull << 20;
+// A document whose tree would take more memory than this is refused: a file of nothing but "[]," or "0,"
+// costs far more as a tree than as text.
 inline constexpr uint64_t kMaxTreeBytes = 512ull << 20;
 
 class Element : public iObject {
@@ -111,7 +111,8 @@ private:
     Kind m_kind = Kind::Object;
 };
 
-// Null on any failure: not JSON, invalid UTF-8, nesting deeper than kMaxDepth, too large.
+// Null on any failure: not JSON, invalid UTF-8, nesting deeper than kMaxDepth, too large. A number too
+// large for a double is refused; one too small to tell from zero reads as zero.
 Cv::Ptr<Element> parse(std::string_view utf8);
 Cv::Ptr<Element> parse(const LightweightString<wchar_t>& text);
 // Reads the file whole. A UTF-8 byte order mark at the start of a file is skipped (files saved by other

@@ -186,6 +186,16 @@ TEST(JsonParse, NumbersKeepFullDoublePrecision)
         ASSERT_TRUE(root) << text;
         ASSERT_EQ(root->getNumber(size_t{0}), value) << text;
     }
+    // At the ends of the range: the largest and the smallest doubles are kept, what overflows is refused and
+    // what underflows is a zero of its sign.
+    EXPECT_EQ(parseText("[1.7976931348623157e308]")->getNumber(size_t{0}), std::numeric_limits<double>::max());
+    EXPECT_EQ(parseText("[4.9406564584124654e-324]")->getNumber(size_t{0}),
+        std::numeric_limits<double>::denorm_min());
+    EXPECT_FALSE(parseText("[1.8e308]"));
+    EXPECT_FALSE(parseText("[-1" + std::string(400, '0') + "]"));
+    EXPECT_EQ(parseText("[1e-400]")->getNumber(size_t{0}), 0.0);
+    EXPECT_TRUE(std::signbit(*parseText("[-0.00001e-99999999999999999999]")->getNumber(size_t{0})));
+    EXPECT_EQ(parseText("[0." + std::string(400, '0') + "1e400]")->getNumber(size_t{0}), 0.1);
     // Beyond 2^53 only the nearest double is kept, but the result is still the correctly rounded one.
     EXPECT_EQ(parseText("[9007199254740993]")->getNumber(size_t{0}), 9007199254740992.0);
     EXPECT_EQ(parseText("[18446744073709551615]")->getNumber(size_t{0}), 18446744073709551616.0);
