@@ -1,0 +1,80 @@
+#include "toolkit/widgets/FileBrowser.h"
+
+#include "toolkit/ui/GlobManager.h"
+#include "toolkit/ui/Screen.h"
+
+namespace {
+
+const bool registeredByName = [] {
+    GlobManager::registerType("FileBrowser", [](const GlobCreationInfo& info) -> Glob* {
+        return new FileBrowser(FileBrowser::InitArgs(info));
+    });
+    return true;
+}();
+
+} // namespace
+
+FileBrowser::FileBrowser(const InitArgs& args) : FileBrowserBase(args) {}
+
+FileBrowser::FileBrowser(EventHandler* owner, XY<int> where) : FileBrowserBase(InitArgs())
+{
+    setChooser(owner);
+    setPos(where.x, where.y);
+}
+
+FileBrowser::FileBrowser(uint16_t width, uint16_t height, const Palette& palette, Canvas* canvas)
+    : FileBrowserBase(width, height, palette, canvas)
+{
+    init(defaultOptions);
+}
+
+FileBrowser::FileBrowser(const FileBrowser& other)
+    : EventHandler(other)
+    , Cv::InternalRefCount(other)
+    , iVirtual(other)
+    , iObject(other)
+    , FileBrowserBase(other)
+{
+}
+
+FileBrowser::FileBrowser(FileBrowser&& other) : FileBrowser(static_cast<const FileBrowser&>(other)) {}
+
+FileBrowser& FileBrowser::operator=(const FileBrowser& other)
+{
+    FileBrowserBase::operator=(other);
+    return *this;
+}
+
+FileBrowser& FileBrowser::operator=(FileBrowser&& other)
+{
+    return *this = static_cast<const FileBrowser&>(other);
+}
+
+FileBrowser::~FileBrowser() = default;
+
+LightweightString<char> FileBrowser::idstring() const
+{
+    return "FileBrowser";
+}
+
+FileBrowser* FileBrowser::make(Glob* chooser, const LightweightString<wchar_t>& folder, const UIString& title,
+                               XY<int> where, unsigned options)
+{
+    Screen* screen = Screen::current();
+    if (!screen)
+        return nullptr;
+    InitArgs args(title, folder);
+    args.chooser = chooser;
+    args.options = options;
+    auto* browser = new FileBrowser(args);
+    if (where.x != 0 || where.y != 0) {
+        browser->setupRootPos(Glob::BottomLeft(where.x, where.y));
+    } else {
+        browser->setupRootPos(Glob::Centre(0, 0));
+    }
+    if (!GlobManager::realize(browser)) {
+        Glob::destroy(browser);
+        return nullptr;
+    }
+    return browser;
+}
