@@ -255,7 +255,7 @@ FontEngine::FontEngine(const FontDesc& desc) : m_desc(desc), m_info(charTable().
     }
 
     for (auto& table : m_asciiKern)
-        table.assign(128 * 128, kKernUnknown);
+        table.assign(96 * 96, kKernUnknown);
     for (auto& rows : m_kernRows)
         rows.resize(kTableSize);
 
@@ -279,9 +279,12 @@ FontEngine::FontEngine(const FontDesc& desc) : m_desc(desc), m_info(charTable().
         m_advance[slot] = positions[0].x_advance;
         m_usable[slot] = true;
     }
+    m_printableAsciiUsable = true;
     for (int c = 0; c < 128; ++c) {
         m_asciiUsable[c] = m_usable[c];
         m_asciiLatin[c] = (m_info[c].flags & charLatin) != 0;
+        if (c >= 0x20 && c < 0x7F)
+            m_printableAsciiUsable &= m_usable[c];
     }
 
     hb_codepoint_t glyph;
@@ -363,22 +366,43 @@ bool FontEngine::isLatinRun(const uint16_t* slots, size_t count)
 }
 
 bool FontEngine::toSlots(std::string_view utf8, std::vector<uint16_t>& slots, std::vector<uint32_t>* offsets,
-                         bool keepNewlines) const
+                         std::vector<uint32_t>* newlines) const
 {
-    slots.resize(utf8.size());
+    const auto* s = reinterpret_cast<const unsigned char*>(utf8.data());
+    const size_t size = utf8.size();
+    slots.resize(size);
     if (offsets)
-        offsets->resize(utf8.size() + 1);
-    auto p = reinterpret_cast<const unsigned char*>(utf8.data());
-    const auto begin = p;
-    const auto end = p + utf8.size();
+        offsets->resize(size + 1);
+    if (newlines)
+        newlines->clear();
+
+    // Printable ASCII, by far the most common text, in loops the compiler turns into vector code.
+    if (m_printableAsciiUsable) {
+        unsigned plain = 1;
+        for (size_t i = 0; i < size; ++i)
+            plain &= static_cast<unsigned>(s[i] - 0x20u < 0x5Fu);
+        if (plain) {
+            for (size_t i = 0; i < size; ++i)
+                slots[i] = s[i];
+            if (offsets) {
+                for (size_t i = 0; i <= size; ++i)
+                    (*offsets)[i] = static_cast<uint32_t>(i);
+            }
+            return true;
+        }
+    }
+
+    auto p = s;
+    const auto end = p + size;
     size_t n = 0;
     while (p < end) {
         if (offsets)
-            (*offsets)[n] = static_cast<uint32_t>(p - begin);
+            (*offsets)[n] = static_cast<uint32_t>(p - s);
         int slot;
         if (*p < 0x80) {
             slot = *p++;
-            if (slot == '\n' && keepNewlines) {
+            if (slot == '\n' && newlines) {
+                newlines->push_back(static_cast<uint32_t>(n));
                 slots[n++] = '\n';
                 continue;
             }
@@ -396,19 +420,23 @@ bool FontEngine::toSlots(std::string_view utf8, std::vector<uint16_t>& slots, st
     }
     slots.resize(n);
     if (offsets) {
-        (*offsets)[n] = static_cast<uint32_t>(utf8.size());
+        (*offsets)[n] = static_cast<uint32_t>(size);
         offsets->resize(n + 1);
     }
     return true;
 }
 
 bool FontEngine::toSlots(std::wstring_view text, std::vector<uint16_t>& slots, std::vector<uint32_t>* offsets,
-                         bool keepNewlines) const
+                         std::vector<uint32_t>* newlines) const
 {
     slots.resize(text.size());
+    if (newlines)
+        newlines->clear();
     for (size_t i = 0; i < text.size(); ++i) {
         const int slot = tableIndex(static_cast<uint32_t>(text[i]));
-        if (slot < 0 || !(m_usable[slot] || (keepNewlines && slot == '\n')))
+        if (slot == '\n' && newlines)
+            newlines->push_back(static_cast<uint32_t>(i));
+        else if (slot < 0 || !m_usable[slot])
             return false;
         slots[i] = static_cast<uint16_t>(slot);
     }
@@ -576,7 +604,7 @@ int64_t FontEngine::measure(std::string_view utf8)
         size_t pairCount = 0;
         int64_t width = m_advance[s[0]];
         for (size_t j = 1; j < n; ++j) {
-            int k = table[s[j - 1] * 128 + s[j]];
+            int k = table[asciiPair(s[j - 1], s[j])];
             if (k <= kKernComplex) {
                 k = kern(latin, s[j - 1], s[j]);
                 if (k == kKernComplex) {

@@ -61,6 +61,7 @@ struct CharInfo {
 struct WrapScratch {
     std::vector<uint16_t> slots;
     std::vector<uint32_t> offsets;
+    std::vector<uint32_t> newlines;
     std::vector<uint8_t> breaks;
     std::vector<uint32_t> wordBreaks;
     // The general wrapper's per-character arrays.
@@ -106,13 +107,13 @@ public:
 
     // ---- The tables, for the wrapper
     // Maps the text to table slots; false when some character is not in this font's tables. `offsets`, when
-    // given, receives the code-unit position of each character and, last, the text's length. With
-    // `keepNewlines`, a newline is let through as its own slot (which no character of the tables uses), so that
-    // a wrapper can split paragraphs on it.
+    // given, receives the code-unit position of each character and, last, the text's length. With `newlines`,
+    // a newline is let through as its own slot (which no character of the tables uses) and its position noted
+    // there, so that a wrapper can split paragraphs on it.
     bool toSlots(std::string_view utf8, std::vector<uint16_t>& slots, std::vector<uint32_t>* offsets,
-                 bool keepNewlines = false) const;
+                 std::vector<uint32_t>* newlines = nullptr) const;
     bool toSlots(std::wstring_view text, std::vector<uint16_t>& slots, std::vector<uint32_t>* offsets,
-                 bool keepNewlines = false) const;
+                 std::vector<uint32_t>* newlines = nullptr) const;
     static bool isLatinRun(const uint16_t* slots, size_t count);
     int32_t advance(uint16_t slot) const { return m_advance[slot]; }
     // Kerning between two neighbours, or kKernComplex.
@@ -123,9 +124,11 @@ public:
             *cell = measurePair(latin, first, second);
         return *cell;
     }
-    // The kerning of ASCII pairs, [first * 128 + second], for inner loops; kKernUnknown entries must go through
-    // kern() to be filled.
+    // The kerning of pairs of printable ASCII characters, at asciiPair(first, second), for inner loops;
+    // kKernUnknown entries must go through kern() to be filled. Only the printable range is kept (18 KiB
+    // rather than 32), so that more of it stays in the first-level cache.
     const int16_t* asciiKern(bool latin) const { return m_asciiKern[latin].data(); }
+    static constexpr int asciiPair(int first, int second) { return (first - 32) * 96 + (second - 32); }
     // The exact width of the slots as the shaper lays them out, with a hyphen after them if asked.
     int64_t shapeWidth(const uint16_t* slots, size_t count, bool latin, bool withHyphen);
     // A word that holds a complex pair, shaped whole and remembered: its width, and each character's share
@@ -161,8 +164,8 @@ public:
 private:
     int16_t* kernCell(bool latin, uint16_t first, uint16_t second)
     {
-        if ((first | second) < 128)
-            return &m_asciiKern[latin][first * 128 + second];
+        if ((first | second) < 128 && first >= 32 && second >= 32)
+            return &m_asciiKern[latin][asciiPair(first, second)];
         return slowKernCell(latin, first, second);
     }
     int16_t* slowKernCell(bool latin, uint16_t first, uint16_t second);
@@ -197,8 +200,9 @@ private:
     std::array<bool, kTableSize> m_usable{};
     std::array<bool, 128> m_asciiUsable{};
     std::array<bool, 128> m_asciiLatin{};
+    bool m_printableAsciiUsable = false;
     const CharInfo* m_info = nullptr; // charInfo's table, at hand for the inner loops
-    // [latin][first * 128 + second] for ASCII pairs; rows per first slot for the rest.
+    // [latin][asciiPair(first, second)] for printable ASCII pairs; rows per first slot for the rest.
     std::array<std::vector<int16_t>, 2> m_asciiKern;
     std::array<std::vector<std::unique_ptr<int16_t[]>>, 2> m_kernRows;
 

@@ -292,7 +292,8 @@ private:
             const uint16_t b = slots[p];
             const Pictor::CharInfo* here = &info[b];
             allFlags &= here->flags;
-            int k = (a | b) < 128 ? asciiKern[a * 128 + b] : FontEngine::kKernUnknown;
+            // Table slots below 32 are never usable, so an ASCII pair here is a printable one.
+            int k = (a | b) < 128 ? asciiKern[FontEngine::asciiPair(a, b)] : FontEngine::kKernUnknown;
             if (k <= FontEngine::kKernComplex) {
                 k = engine.kern(latin, a, b);
                 if (k == FontEngine::kKernComplex) {
@@ -410,23 +411,19 @@ std::string wideToUtf8(std::wstring_view text, std::vector<size_t>& byteToWide)
 
 // Wraps text whose characters are all in the font's tables. Answers false when the shaper must do it all.
 template <typename Emit>
-bool wrapWithTables(FontEngine& engine, const std::vector<uint16_t>& slots, int64_t width, Emit&& emit)
+bool wrapWithTables(FontEngine& engine, const std::vector<uint16_t>& slots, const std::vector<uint32_t>& newlines,
+                    int64_t width, Emit&& emit)
 {
     Pictor::WrapScratch& scratch = engine.wrapScratch();
     std::vector<uint8_t>& breaks = scratch.breaks;
     std::vector<uint32_t>& wordBreaks = scratch.wordBreaks;
     FastParagraphWrapper fast(engine, scratch);
-    const uint16_t newline = static_cast<uint16_t>(FontEngine::tableIndex('\n'));
     size_t start = 0;
-    while (true) {
-        size_t end = start;
-        while (end < slots.size() && slots[end] != newline)
-            ++end;
+    for (size_t paragraph = 0; paragraph <= newlines.size(); ++paragraph) {
+        const size_t end = paragraph < newlines.size() ? newlines[paragraph] : slots.size();
         const size_t count = end - start;
         const auto emitHere = [&](size_t b, size_t e, bool hyphen) { emit(start + b, start + e, hyphen); };
         if (fast.run(slots.data() + start, count, width, emitHere)) {
-            if (end == slots.size())
-                return true;
             start = end + 1;
             continue;
         }
@@ -441,10 +438,9 @@ bool wrapWithTables(FontEngine& engine, const std::vector<uint16_t>& slots, int6
         }
         ParagraphWrapper wrapper(engine, slots.data() + start, count, breaks, wordBreaks, width, scratch);
         wrapper.run(emitHere);
-        if (end == slots.size())
-            return true;
         start = end + 1;
     }
+    return true;
 }
 
 template <typename Text>
@@ -453,10 +449,11 @@ std::vector<WordWrappingTextRenderer::Line> breakLines(Text text, const Pictor::
     FontEngine& engine = font.engine();
     std::vector<uint16_t>& slots = engine.wrapScratch().slots;
     std::vector<uint32_t>& offsets = engine.wrapScratch().offsets;
+    std::vector<uint32_t>& newlines = engine.wrapScratch().newlines;
     const int64_t units = toShaperUnits(width);
     std::vector<WordWrappingTextRenderer::Line> lines;
-    if (engine.toSlots(text, slots, &offsets, true)) {
-        const bool done = wrapWithTables(engine, slots, units, [&](size_t b, size_t e, bool hyphen) {
+    if (engine.toSlots(text, slots, &offsets, &newlines)) {
+        const bool done = wrapWithTables(engine, slots, newlines, units, [&](size_t b, size_t e, bool hyphen) {
             lines.push_back({offsets[b], offsets[e], hyphen});
         });
         if (done)
@@ -480,10 +477,11 @@ int countLines(Text text, const Pictor::Font& font, double width)
 {
     FontEngine& engine = font.engine();
     std::vector<uint16_t>& slots = engine.wrapScratch().slots;
+    std::vector<uint32_t>& newlines = engine.wrapScratch().newlines;
     const int64_t units = toShaperUnits(width);
-    if (engine.toSlots(text, slots, nullptr, true)) {
+    if (engine.toSlots(text, slots, nullptr, &newlines)) {
         int count = 0;
-        if (wrapWithTables(engine, slots, units, [&](size_t, size_t, bool) { ++count; }))
+        if (wrapWithTables(engine, slots, newlines, units, [&](size_t, size_t, bool) { ++count; }))
             return count;
     }
     return static_cast<int>(breakLines(text, font, width).size());
