@@ -147,6 +147,12 @@ std::unique_ptr<SdlBackend> SdlBackend::create(const Options& options)
         errorText() = SDL_GetError();
         return nullptr;
     }
+    // Without a display there is no graphics card to speak of: the software renderer is exact, and with the
+    // framebuffer kept in software too no graphics driver is loaded at all.
+    const char* driver = SDL_GetCurrentVideoDriver();
+    const bool headless = driver && (SDL_strcmp(driver, "offscreen") == 0 || SDL_strcmp(driver, "dummy") == 0);
+    if (headless)
+        SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
     auto state = std::make_unique<State>();
     // Not high-DPI aware: window points and screen pixels stay one and the same, so input needs no scaling.
     Uint32 flags = 0;
@@ -160,7 +166,8 @@ std::unique_ptr<SdlBackend> SdlBackend::create(const Options& options)
         errorText() = SDL_GetError();
         return nullptr;
     }
-    state->renderer = SDL_CreateRenderer(state->window, -1, SDL_RENDERER_ACCELERATED);
+    if (!headless)
+        state->renderer = SDL_CreateRenderer(state->window, -1, SDL_RENDERER_ACCELERATED);
     if (!state->renderer)
         state->renderer = SDL_CreateRenderer(state->window, -1, SDL_RENDERER_SOFTWARE);
     if (!state->renderer) {

@@ -126,6 +126,7 @@ void VerticalScrollingBase::updateScrollExtent()
         m_area->resize(m_area->getWidth(), areaHeight);
     // Measured again: resizing re-placed the rows against the new top.
     m_contentHeight = measureRows();
+    m_measuredRows = m_area->numChildren();
     m_scroll = std::clamp(m_scroll, 0, getMaxScroll());
     placeArea();
     redraw(getScrollBarBox());
@@ -185,12 +186,14 @@ bool VerticalScrollingBase::handleMouseEvent(const Event& event)
     const GlobBox bar = getScrollBarBox();
     switch (event.type) {
     case Event::MouseWheel:
-        updateScrollExtent();
+        if (extentStale())
+            updateScrollExtent();
         scrollBy(-event.wheelDelta * wheelStep());
         return true;
     case Event::MouseDown:
         if (event.button == Event::LeftButton && bar.contains(event.pos) && getMaxScroll() > 0) {
-            updateScrollExtent();
+            if (extentStale())
+                updateScrollExtent();
             const double total = std::max(1, m_contentHeight);
             const double thumbTop = bar.top() - bar.height() * (m_scroll / total);
             const double thumbBottom = thumbTop - bar.height() * (getViewportHeight() / total);
@@ -233,7 +236,7 @@ void VerticalScrollingBase::checkForChanges()
     if (Screen* screen = getScreen())
         focus = screen->getFocus();
     const bool newFocus = focus && focus != m_lastFocus.get() && m_area->isAncestorOf(focus);
-    if (measureRows() != m_contentHeight || newFocus)
+    if (extentStale() || newFocus)
         scheduleCatchUp();
 }
 

@@ -4,8 +4,9 @@
 // Rows are added to the scroll area (getScrollArea()), placed from its top as in any panel. The scroll area
 // sits inside a viewport that fills the user area less a slim scroll bar on the right; the viewport clips it,
 // and scrolling moves the scroll area up and down inside it. The scroll area is as tall as its lowest row
-// (never shorter than the viewport); call updateScrollExtent() after adding rows. A panel that forgets notices
-// at its next paint and catches up one turn of the loop later.
+// (never shorter than the viewport); call updateScrollExtent() after adding, removing or resizing rows. Rows
+// added or removed without it are noticed at the next paint or wheel turn (the count of rows is compared, so
+// a panel of ten thousand rows pays nothing per paint); rows merely resized are not.
 //
 // Following the focus: a row focused from the keyboard is scrolled into view after the key that moved the
 // focus; code that gives a row the focus directly calls ensureVisible() for it (or relies on the next paint).
@@ -69,11 +70,13 @@ private:
     void scheduleCatchUp();
     void catchUp();
     int measureRows() const;
+    bool extentStale() const { return m_area && m_area->numChildren() != m_measuredRows; }
 
     Glob* m_viewport = nullptr;
     Glob* m_area = nullptr;
     int m_scroll = 0;
     int m_contentHeight = 0;
+    size_t m_measuredRows = 0;
     GlobWatch m_lastFocus;
     bool m_catchUpPending = false;
     // Dragging the bar's thumb.
