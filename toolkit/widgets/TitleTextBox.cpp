@@ -1,0 +1,106 @@
+#include "toolkit/widgets/TitleTextBox.h"
+
+#include "toolkit/ui/GlobManager.h"
+#include "toolkit/widgets/TitledGlob.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace {
+
+const bool registeredByName = [] {
+    GlobManager::registerType("TitleTextBox", [](const GlobCreationInfo& info) -> Glob* {
+        return new TitleTextBox(TitleTextBox::InitArgs(info));
+    });
+    return true;
+}();
+
+} // namespace
+
+TitleTextBox::InitArgs::InitArgs(const GlobCreationInfo& info) : TextBoxBase::InitArgs(info)
+{
+    LightweightString<char> value;
+    if (info.config.in("title", value) == 0)
+        title = UIString(fromUTF8(value.view()));
+    entryWidth = info.width;
+    if (info.config.in("entryWidth", value) == 0)
+        entryWidth = static_cast<uint16_t>(std::clamp(std::atoi(value.c_str()), 0, static_cast<int>(info.width)));
+}
+
+TitleTextBox::TitleTextBox(const InitArgs& args)
+    : TextBoxBase(args), m_title(args.title), m_entryWidth(args.entryWidth)
+{
+}
+
+TitleTextBox::TitleTextBox(uint16_t width, uint16_t height, const Palette& palette, Canvas* canvas)
+    : TextBoxBase(width, height, palette, canvas), m_entryWidth(width)
+{
+}
+
+TitleTextBox::TitleTextBox(const TitleTextBox& other)
+    : EventHandler(other)
+    , Cv::InternalRefCount(other)
+    , iVirtual(other)
+    , iObject(other)
+    , TextBoxBase(other)
+    , m_title(other.m_title)
+    , m_entryWidth(other.m_entryWidth)
+{
+}
+
+TitleTextBox::TitleTextBox(TitleTextBox&& other) : TitleTextBox(static_cast<const TitleTextBox&>(other)) {}
+
+TitleTextBox& TitleTextBox::operator=(const TitleTextBox& other)
+{
+    if (this == &other)
+        return *this;
+    TextBoxBase::operator=(other);
+    m_title = other.m_title;
+    m_entryWidth = other.m_entryWidth;
+    return *this;
+}
+
+TitleTextBox& TitleTextBox::operator=(TitleTextBox&& other)
+{
+    return *this = static_cast<const TitleTextBox&>(other);
+}
+
+TitleTextBox::~TitleTextBox() = default;
+
+LightweightString<char> TitleTextBox::idstring() const
+{
+    return "TitleTextBox";
+}
+
+void TitleTextBox::setTitle(const UIString& title)
+{
+    m_title = title;
+    redraw();
+}
+
+void TitleTextBox::setEntryWidth(uint16_t width)
+{
+    m_entryWidth = width;
+    reshape();
+    redraw();
+}
+
+uint16_t TitleTextBox::getEntryWidth() const
+{
+    return std::min(m_entryWidth, getWidth());
+}
+
+GlobBox TitleTextBox::entryArea() const
+{
+    const GlobBox box = getLocalBox();
+    return GlobBox(box.right() - getEntryWidth(), box.bottom(), box.right(), box.top());
+}
+
+void TitleTextBox::drawBackground()
+{
+    TextBoxBase::drawBackground();
+    const GlobBox box = getLocalBox();
+    const int gap = UifStd::getWidgetGap();
+    const GlobBox column(box.left(), box.bottom(), std::max<int>(box.left(), entryArea().left() - gap), box.top());
+    TitledGlobDetail::drawTitle(painter(), m_title, column, getPalette(), isEnabledInTree());
+}
