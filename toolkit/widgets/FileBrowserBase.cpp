@@ -376,6 +376,14 @@ void FileBrowserBase::close()
 // ---------------------------------------------------------------------------------------------------------
 // Table adaptor
 
+const std::vector<LightweightString<char>>& FileBrowserBase::columnKeys()
+{
+    if (m_keys.empty())
+        for (const auto& c : getColumnDefinitions())
+            m_keys.push_back(c.getKey());
+    return m_keys;
+}
+
 unsigned FileBrowserBase::getSize()
 {
     return static_cast<unsigned>(m_entries.size());
@@ -392,9 +400,7 @@ LightweightString<wchar_t> FileBrowserBase::getFieldText(unsigned row, unsigned 
 {
     if (row >= m_entries.size())
         return {};
-    if (m_keys.empty())
-        for (const auto& c : getColumnDefinitions())
-            m_keys.push_back(c.getKey());
+    columnKeys();
     return col < m_keys.size() ? getEntryField(m_entries[row], m_keys[col]) : LightweightString<wchar_t>();
 }
 
@@ -418,9 +424,11 @@ bool FileBrowserBase::getFieldColours(unsigned row, unsigned, Colour& text, Colo
     return true;
 }
 
-int FileBrowserBase::getTextStyle(unsigned row, unsigned)
+int FileBrowserBase::getTextStyle(unsigned row, unsigned col)
 {
-    return row < m_entries.size() && m_entries[row].folder ? Bold : Plain;
+    // Folder names stand out; their other columns stay plain so that dates keep one width.
+    const bool nameColumn = col < columnKeys().size() && m_keys[col] == "name";
+    return row < m_entries.size() && m_entries[row].folder && nameColumn ? Bold : Plain;
 }
 
 // ---------------------------------------------------------------------------------------------------------

@@ -136,6 +136,8 @@ private:
     void placeChildren();
     GlobBox pathBox() const;
     bool canChoose(const Entry& entry) const;
+    // The keys of getColumnDefinitions, read once.
+    const std::vector<LightweightString<char>>& columnKeys();
     void notifyAndClose(const char* msg);
 
     std::vector<Entry> m_entries;

@@ -514,6 +514,14 @@ int TableWidget::columnAt(int x) const
 
 void TableWidget::syncRows()
 {
+    if (m_adaptor && !treeAlive()) {
+        // The adaptor is usually the panel around the table, and a panel being destroyed has already lost
+        // its adaptor part by the time its children go: an editor committing on its way out must not reach it.
+        m_adaptor = nullptr;
+        m_rows->reset(nullptr, 0);
+        m_editRow = m_editCol = -1;
+        return;
+    }
     const unsigned n = m_adaptor ? m_adaptor->getSize() : 0;
     if (n == m_rows->count)
         return;
@@ -543,6 +551,14 @@ void TableWidget::rowsChanged(unsigned firstRow)
     m_scroll = std::clamp<int64_t>(m_scroll, 0, getMaxScroll());
     updateScrollBar();
     redraw();
+}
+
+bool TableWidget::treeAlive() const
+{
+    for (const Glob* g = this; g; g = g->parent())
+        if (!is_good_glob_ptr(g))
+            return false;
+    return true;
 }
 
 unsigned TableWidget::getNumRows()
@@ -761,7 +777,7 @@ void TableWidget::setEditingEnabled(bool enabled)
 
 bool TableWidget::isCellEditable(unsigned row, unsigned col)
 {
-    return m_editingEnabled && m_adaptor && row < getNumRows() && col < m_columns.size()
+    return m_editingEnabled && row < getNumRows() && m_adaptor && col < m_columns.size()
         && m_columns[col].isEditable();
 }
 
@@ -845,6 +861,7 @@ void TableWidget::openChoiceMenu(unsigned row, unsigned col)
 
 bool TableWidget::commitEdit(const LightweightString<wchar_t>& text, bool keepOpen)
 {
+    syncRows();
     if (!isEditing() || !m_adaptor)
         return false;
     const unsigned row = static_cast<unsigned>(m_editRow);
@@ -1180,8 +1197,9 @@ void TableWidget::drawCell(unsigned row, unsigned col, const GlobBox& cell, bool
             back = ownBack;
     }
     if (current) {
-        back = pal.highlight();
-        ink = pal.highlightText();
+        // A disabled table still shows where it stands, but without the call to action of the full highlight.
+        back = enabled ? pal.highlight() : pal.highlight().mix(pal.window(), 0.65);
+        ink = enabled ? pal.highlightText() : pal.disabledText();
     }
     if (back.a() > 0.0)
         p.fillRect(cell, back);

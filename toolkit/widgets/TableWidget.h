@@ -191,6 +191,8 @@ private:
     void build(const InitArgs& args);
     // Notices a change of the adaptor's row count; keeps the current row and scroll offset in range.
     void syncRows();
+    // False once this table or any widget around it is being destroyed.
+    bool treeAlive() const;
     void updateScrollBar();
     bool handleMouse(const Event& event);
     bool handleKey(const Event& event);

@@ -388,6 +388,44 @@ TEST_F(TableWidgetTest, AnOwnerMayDestroyTheTableFromItsOwnReport)
     EXPECT_EQ(ui.owner().count(TableWidget::rowDoubleClickedMsg), 0u) << "the first report destroyed it";
 }
 
+// A panel that is its own table's adaptor, as log and browser panels are.
+class PanelWithTable : public Glob, public iTableAdaptor {
+public:
+    explicit PanelWithTable(const GlobCreationInfo& info) : Glob(info)
+    {
+        table = addWidget<TableWidget>(TableWidget::InitArgs(this, 300, 200), Glob::BottomLeft(0, 0));
+    }
+    unsigned getSize() override { return 3; }
+    LightweightString<wchar_t> getFieldText(unsigned, unsigned) override { return L"text"; }
+    std::vector<TableColumnDescription> getColumnDefinitions() override
+    {
+        return {TableColumnDescription(L"Text", "text").setEditable(true)};
+    }
+    bool setFieldText(unsigned, unsigned, const LightweightString<wchar_t>&) override
+    {
+        ++commits;
+        return true;
+    }
+    TableWidget* table = nullptr;
+    int commits = 0;
+};
+
+TEST_F(TableWidgetTest, APanelThatIsItsTablesAdaptorCanBeDestroyedWithAnEditorOpen)
+{
+    auto* panel = ui.make<PanelWithTable>(GlobCreationInfo(300, 200), Glob::BottomLeft(10, 10));
+    ASSERT_TRUE(panel->table->beginEdit(1, 0));
+    ui.pressKey(Event::KeyReturn);
+    EXPECT_EQ(panel->commits, 1);
+    ASSERT_TRUE(panel->table->beginEdit(2, 0));
+    ASSERT_TRUE(panel->table->getEditor()->hasFocus());
+    // The editor loses the focus while the panel's adaptor part is already gone: it must not commit to it
+    // (a call into the destroyed part aborts the test).
+    const GlobWatch table(panel->table);
+    Glob::destroy(panel);
+    ui.step();
+    EXPECT_FALSE(table.alive());
+}
+
 TEST_F(TableWidgetTest, ARegisteredEditorReplacesTheBuiltInOne)
 {
     data.columns[0].setFieldType(TableColumnDescription::UserField + 17).setEditOnClick(true);
