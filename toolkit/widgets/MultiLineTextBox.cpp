@@ -1,0 +1,129 @@
+#include "toolkit/widgets/MultiLineTextBox.h"
+
+#include "toolkit/gfx/Painter.h"
+#include "toolkit/gfx/WordWrappingTextRenderer.h"
+#include "toolkit/ui/GlobManager.h"
+#include "toolkit/ui/UifStd.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+const bool registeredByName = [] {
+    GlobManager::registerType("MultiLineTextBox", [](const GlobCreationInfo& info) -> Glob* {
+        return new MultiLineTextBox(MultiLineTextBox::InitArgs(info));
+    });
+    return true;
+}();
+
+} // namespace
+
+MultiLineTextBox::InitArgs::InitArgs(const GlobCreationInfo& info) : GlobCreationInfo(info)
+{
+    LightweightString<char> value;
+    if (info.config.in("text", value) == 0)
+        text = fromUTF8(value.view());
+}
+
+MultiLineTextBox::MultiLineTextBox(const InitArgs& args)
+    : Glob(args)
+    , FontUser(args.font)
+    , m_text(args.text)
+    , m_gap(args.gap >= 0 ? args.gap : UifStd::getWidgetGap())
+    , m_alignment(args.alignment)
+{
+}
+
+MultiLineTextBox::MultiLineTextBox(uint16_t width, uint16_t height, const Palette& palette, Canvas* canvas)
+    : Glob(width, height, palette, canvas), m_gap(UifStd::getWidgetGap())
+{
+}
+
+MultiLineTextBox::MultiLineTextBox(const MultiLineTextBox& other)
+    : EventHandler(other)
+    , Cv::InternalRefCount(other)
+    , iVirtual(other)
+    , iObject(other)
+    , Glob(other)
+    , FontUser(other)
+    , m_text(other.m_text)
+    , m_gap(other.m_gap)
+    , m_alignment(other.m_alignment)
+{
+}
+
+MultiLineTextBox::MultiLineTextBox(MultiLineTextBox&& other)
+    : MultiLineTextBox(static_cast<const MultiLineTextBox&>(other))
+{
+}
+
+MultiLineTextBox& MultiLineTextBox::operator=(const MultiLineTextBox& other)
+{
+    if (this == &other)
+        return *this;
+    Glob::operator=(other);
+    FontUser::setFont(other.getFontDesc());
+    m_text = other.m_text;
+    m_gap = other.m_gap;
+    m_alignment = other.m_alignment;
+    redraw();
+    return *this;
+}
+
+MultiLineTextBox& MultiLineTextBox::operator=(MultiLineTextBox&& other)
+{
+    return *this = static_cast<const MultiLineTextBox&>(other);
+}
+
+MultiLineTextBox::~MultiLineTextBox() = default;
+
+LightweightString<char> MultiLineTextBox::idstring() const
+{
+    return "MultiLineTextBox";
+}
+
+uint16_t MultiLineTextBox::calcHeightForLines(int lines, int fontSize, int gap)
+{
+    const Cv::Ptr<Pictor::Font> font = Pictor::loadFont(Pictor::FontDesc(getDefaultFontName(), fontSize));
+    const double height = std::max(0, lines) * font->lineHeight() + std::max(0, gap);
+    return static_cast<uint16_t>(std::clamp(std::ceil(height - 1e-6), 0.0, 65535.0));
+}
+
+void MultiLineTextBox::setString(const LightweightString<wchar_t>& text)
+{
+    if (text == m_text)
+        return;
+    m_text = text;
+    redraw();
+}
+
+void MultiLineTextBox::setAlignment(TextAlignment::Horizontal alignment)
+{
+    m_alignment = alignment;
+    redraw();
+}
+
+void MultiLineTextBox::setFont(const Pictor::FontDesc& desc)
+{
+    FontUser::setFont(desc);
+    redraw();
+}
+
+int MultiLineTextBox::getNumLines() const
+{
+    return WordWrappingTextRenderer::calcNumDisplayLines(m_text.view(), getFont(), getWidth());
+}
+
+void MultiLineTextBox::drawText()
+{
+    if (m_text.empty())
+        return;
+    const GlobBox box = getLocalBox();
+    const double top = box.top() - m_gap / 2.0;
+    const Pictor::TextAlign align = m_alignment == TextAlignment::Right     ? Pictor::TextAlign::Right
+                                    : m_alignment == TextAlignment::HCentre ? Pictor::TextAlign::Centre
+                                                                            : Pictor::TextAlign::Left;
+    painter().drawWrappedText(m_text.view(), getFont(), getPalette().text(isEnabledInTree()),
+                              Pictor::PaintRect(box.left(), box.bottom(), box.right(), top), align);
+}
