@@ -10,6 +10,7 @@
 #include "toolkit/ui/UifStd.h"
 #include "toolkit/widgets/Checkbox.h"
 #include "toolkit/widgets/ScrollBar.h"
+#include "toolkit/widgets/TextBoxBase.h"
 #include "toolkit/widgets/iTableAdaptor.h"
 
 #include <algorithm>
@@ -80,130 +81,6 @@ const Pictor::Font& fontFor(const Pictor::FontDesc& desc)
         it = cache.emplace(key, Pictor::loadFont(desc)).first;
     return *it->second;
 }
-
-// A one-line entry over a text cell. Return or leaving it commits; Escape cancels.
-class CellTextEntry : public Glob, public TabOrderable {
-public:
-    CellTextEntry(TableWidget& table, XY<int> size, const LightweightString<wchar_t>& text, const Palette& pal)
-        : Glob(static_cast<uint16_t>(size.x), static_cast<uint16_t>(size.y), pal)
-        , m_table(&table)
-        , m_text(text.view())
-        , m_caret(m_text.size())
-    {
-    }
-
-    LightweightString<char> idstring() const override { return "CellTextEntry"; }
-    const std::wstring& text() const { return m_text; }
-
-    bool react(const Event& event) override
-    {
-        switch (event.type) {
-        case Event::Key:
-            return key(event);
-        case Event::FocusLost:
-            // Leaving the entry keeps what was typed, as every other entry does.
-            if (!m_done) {
-                m_done = true;
-                m_table->commitEdit(LightweightString<wchar_t>(m_text));
-            }
-            return true;
-        case Event::MouseDown:
-            m_caret = caretAt(event.pos.x);
-            redraw();
-            return true;
-        case Event::MouseDrag:
-        case Event::MouseUp:
-            return true;
-        default:
-            return Glob::react(event);
-        }
-    }
-
-    void drawBackground() override
-    {
-        Pictor::Painter& p = painter();
-        StylePainter::drawEntryWell(p, getLocalBox(), getPalette(), hasFocus());
-    }
-
-    void drawText() override
-    {
-        Pictor::Painter& p = painter();
-        const Pictor::Font& font = fontFor(UifStd::getDefaultFont());
-        const int pad = TableWidget::cellPadding();
-        const GlobBox box(pad, 0, std::max(pad, getWidth() - pad), getHeight());
-        p.drawTextInBox(std::wstring_view(m_text), font, getPalette().text(), box);
-        if (hasFocus()) {
-            const double x = pad + font.measureWidth(std::wstring_view(m_text).substr(0, m_caret));
-            const double mid = getHeight() / 2.0;
-            const double half = font.lineHeight() / 2.0;
-            p.drawLine(x + 0.5, mid - half, x + 0.5, mid + half, getPalette().text());
-        }
-    }
-
-private:
-    bool key(const Event& event)
-    {
-        if (m_done)
-            return false;
-        switch (event.key) {
-        case Event::KeyReturn:
-            m_done = true;
-            m_table->commitEdit(LightweightString<wchar_t>(m_text));
-            return true;
-        case Event::KeyEscape:
-            m_done = true;
-            m_table->cancelEdit();
-            return true;
-        case Event::KeyBackspace:
-            if (m_caret > 0)
-                m_text.erase(--m_caret, 1);
-            break;
-        case Event::KeyDelete:
-            if (m_caret < m_text.size())
-                m_text.erase(m_caret, 1);
-            break;
-        case Event::KeyLeft:
-            m_caret = m_caret > 0 ? m_caret - 1 : 0;
-            break;
-        case Event::KeyRight:
-            m_caret = std::min(m_text.size(), m_caret + 1);
-            break;
-        case Event::KeyHome:
-            m_caret = 0;
-            break;
-        case Event::KeyEnd:
-            m_caret = m_text.size();
-            break;
-        default:
-            if (!event.isPrintable() || event.has(Event::Ctrl) || event.has(Event::Cmd))
-                return false;
-            // Characters beyond the basic plane take two units where wchar_t is 16 bits.
-            m_text.insert(m_caret, 1, static_cast<wchar_t>(event.key));
-            ++m_caret;
-            break;
-        }
-        redraw();
-        return true;
-    }
-
-    size_t caretAt(int x) const
-    {
-        const Pictor::Font& font = fontFor(UifStd::getDefaultFont());
-        const double target = x - TableWidget::cellPadding();
-        for (size_t i = 0; i < m_text.size(); ++i) {
-            const double left = font.measureWidth(std::wstring_view(m_text).substr(0, i));
-            const double right = font.measureWidth(std::wstring_view(m_text).substr(0, i + 1));
-            if (target < (left + right) / 2)
-                return i;
-        }
-        return m_text.size();
-    }
-
-    TableWidget* m_table;
-    std::wstring m_text;
-    size_t m_caret = 0;
-    bool m_done = false;
-};
 
 } // namespace
 
@@ -682,9 +559,9 @@ bool TableWidget::scrollTo(int64_t offset)
     if (clamped == m_scroll)
         return false;
     // An editor left floating over rows that moved would edit the wrong cell: what was typed is kept.
-    if (auto* entry = dynamic_cast<CellTextEntry*>(m_editor.get())) {
+    if (auto* entry = dynamic_cast<TextBoxBase*>(m_editor.get())) {
         const GlobWatch self(this);
-        commitEdit(LightweightString<wchar_t>(entry->text()));
+        commitEdit(entry->getString());
         if (!self)
             return true;
     } else if (isEditing()) {
@@ -826,7 +703,9 @@ bool TableWidget::beginEdit(unsigned row, unsigned col)
         openChoiceMenu(row, col);
         return true;
     } else if (type == TableColumnDescription::TextField) {
-        editor = new CellTextEntry(*this, cell.size(), text, getPalette());
+        TextBoxBase::InitArgs args(text, static_cast<uint16_t>(cell.width()), static_cast<uint16_t>(cell.height()),
+                                   getPalette());
+        editor = new TextBoxBase(args);
     }
     if (!editor)
         return false;
@@ -914,6 +793,14 @@ bool TableWidget::handleMessageEvent(LightweightString<char> name, Glob* sender)
     }
     if (sender && sender == m_editor.get() && Checkbox::isCheckboxMsg(name)) {
         commitEdit(TableColumnDescription::boolToText(name == Checkbox::checkedMsg), true);
+        return true;
+    }
+    if (auto* entry = dynamic_cast<TextBoxBase*>(sender); entry && entry == m_editor.get()) {
+        // Return, or leaving the entry after a change, commits; leaving it unchanged just closes it.
+        if (name == TextBoxBase::commitMsg)
+            commitEdit(entry->getString());
+        else if (name == TextBoxBase::focusLostMsg && isEditing())
+            closeEditor();
         return true;
     }
     if (name == MenuGlob::cancelledMsg) {
@@ -1035,6 +922,11 @@ bool TableWidget::handleMouse(const Event& event)
 
 bool TableWidget::handleKey(const Event& event)
 {
+    if (event.key == Event::KeyEscape && isEditing()) {
+        // An entry passes Escape on: leave the cell as it was.
+        cancelEdit();
+        return true;
+    }
     if (!isEnabledInTree() || (event.hasAnyModifier() && !event.has(Event::Shift)))
         return false;
     const int n = static_cast<int>(getNumRows());
@@ -1096,11 +988,9 @@ bool TableWidget::handleKey(const Event& event)
         && !(m_editors && m_editors->factories.count(type))) {
         // Typing over a cell replaces its text, as in a spreadsheet.
         if (beginEdit(static_cast<unsigned>(current), static_cast<unsigned>(col)))
-            if (Glob* editor = m_editor.get()) {
-                editor->react(Event::makeKey(Event::KeyEnd));
-                for (size_t i = m_adaptor->getFieldText(static_cast<unsigned>(current), static_cast<unsigned>(col)).size(); i > 0; --i)
-                    editor->react(Event::makeKey(Event::KeyBackspace));
-                editor->react(event);
+            if (auto* entry = dynamic_cast<TextBoxBase*>(m_editor.get())) {
+                entry->selectAll();
+                entry->react(event);
             }
         return true;
     }

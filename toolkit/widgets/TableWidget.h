@@ -23,9 +23,9 @@
 //   Space on an editable bool cell          | toggles it
 //   wheel, scroll bar                       | scrolls without moving the current row
 //
-// Editors. A text cell is edited in an entry over the cell (Return or leaving it commits, Escape cancels), a
-// bool cell with a check box (each toggle commits), a choice cell with a menu of the column's choices. An
-// owner can register its own editor for any field type. A commit goes to iTableAdaptor::setFieldText, and
+// Editors. A text cell is edited in a TextBoxBase over the cell (Return or leaving it changed commits, Escape
+// cancels), a bool cell with a check box (each toggle commits), a choice cell with a menu of the column's
+// choices. An owner can register its own editor for any field type. A commit goes to iTableAdaptor::setFieldText, and
 // the owner hears fieldEditedMsg when the adaptor took it. Scrolling commits and closes an open editor.
 //
 // Rows are found by running totals of their heights kept in blocks, computed when first needed and kept until
