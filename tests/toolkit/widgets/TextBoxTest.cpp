@@ -4,6 +4,8 @@
 #include "toolkit/support/ValAdaptor.h"
 #include "toolkit/support/ValServer.h"
 #include "toolkit/testing/UiHarness.h"
+#include "toolkit/ui/StandardPanel.h"
+#include "toolkit/ui/TabOrderManager.h"
 #include "toolkit/ui/UifStd.h"
 #include "toolkit/widgets/CustomTextBox.h"
 #include "toolkit/widgets/NumericTextBox.h"
@@ -292,6 +294,32 @@ TEST_F(TextBoxTest, TitleTextBoxPutsTheEntryRightOfItsLegend)
     auto* wide = ui.make<TitleTextBox>(TitleTextBox::InitArgs(UIString(L"X"), L"", 500, 100, 24),
                                        Glob::BottomLeft(10, 150));
     EXPECT_EQ(wide->entryArea().width(), 100) << "an entry wider than the box is clamped to it";
+}
+
+TEST_F(TextBoxTest, CommittingAnAdvancingRowPerformsThePanelsMainActionAndTabCommitsToo)
+{
+    StandardPanel::InitArgs args(L"Find", 320, 140, StandardPanel::NoWidgets, UifStd::getColourScheme());
+    auto* panel = ui.make<StandardPanel>(args, Glob::BottomLeft(10, 10));
+    auto* query = panel->addWidget<TitleTextBox>(TitleTextBox::InitArgs(UIString(L"Find"), L"", 200, 280, 24),
+                                                 Glob::UserTopLeft(6, 6));
+    auto* other = panel->addWidget<TitleTextBox>(TitleTextBox::InitArgs(UIString(L"In"), L"", 200, 280, 24),
+                                                 Glob::Below(UifStd::getRowGap()));
+    TabOrderManager::addTabStop(query);
+    TabOrderManager::addTabStop(other);
+    query->requestCallback(StandardPanel::doItMsg, panel, TextBoxBase::eCallbackEvent(3));
+
+    ui.focus(query);
+    ui.typeText(L"clip");
+    ui.pressKey(Event::KeyTab);
+    EXPECT_TRUE(other->hasFocus());
+    EXPECT_EQ(ui.owner().count(StandardPanel::doItMsg), 1u) << "leaving a changed entry finishes it";
+    ui.typeText(L"bin");
+    ui.pressKey(Event::KeyTab);
+    EXPECT_EQ(ui.owner().count(StandardPanel::doItMsg), 1u) << "only the advancing row performs the action";
+    ui.pressKey(Event::KeyReturn);
+    EXPECT_EQ(ui.owner().count(StandardPanel::doItMsg), 2u) << "Return finishes it whether changed or not";
+    ui.pressKey(Event::KeyTab);
+    EXPECT_EQ(ui.owner().count(StandardPanel::doItMsg), 2u) << "tabbing through unchanged is not finishing";
 }
 
 // ---------------------------------------------------------------------------------------------------------
