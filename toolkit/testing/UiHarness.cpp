@@ -67,11 +67,15 @@ void UiHarness::separateFromLastPress()
 
 void UiHarness::doubleClick(Glob* widget, std::optional<XY<int>> at, int button)
 {
-    click(widget, at, button);
-    m_clock.advance(Screen::getDoubleClickTime() / 4);
+    // The position is taken once: the first click may make the widget go away.
     const XY<int> pos = toScreen(widget, at);
-    m_screen->mouseButton(pos, button, true, 0);
-    m_screen->mouseButton(pos, button, false, 0);
+    separateFromLastPress();
+    m_screen->mouseMove(pos);
+    m_screen->mouseButton(pos, button, true);
+    m_screen->mouseButton(pos, button, false);
+    m_clock.advance(Screen::getDoubleClickTime() / 4);
+    m_screen->mouseButton(pos, button, true);
+    m_screen->mouseButton(pos, button, false);
 }
 
 void UiHarness::moveTo(Glob* widget, std::optional<XY<int>> at, int modifiers)

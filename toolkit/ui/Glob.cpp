@@ -141,10 +141,12 @@ void reapDoomed()
         return;
     reaping = true;
     auto& list = doomed();
-    while (!list.empty() && dispatchDepth == 0) {
-        Glob* g = list.front();
-        list.erase(list.begin());
-        delete g;
+    // In the order asked for, a batch at a time: destructors may doom more widgets, which join the next batch.
+    while (!list.empty()) {
+        std::vector<Glob*> batch;
+        batch.swap(list);
+        for (Glob* g : batch)
+            delete g;
     }
     reaping = false;
 }

@@ -15,24 +15,31 @@
 
 namespace {
 
-// Reports its own destruction, and whether the sibling made before it was still alive at that moment.
+// Reports its own destruction and reads the sibling made before it, which must still be in memory then (the
+// sanitizer build catches it if not). A sibling whose destruction was asked for already reports as dying.
 class DyingGlob : public Glob {
 public:
-    DyingGlob(std::vector<std::string>& log, std::string label, Glob* earlier)
+    DyingGlob(std::vector<std::string>& log, std::string label, DyingGlob* earlier)
         : Glob(10, 10)
         , m_log(log)
         , m_label(std::move(label))
         , m_earlier(earlier)
-        , m_hadEarlier(earlier != nullptr)
+        , m_earlierStamp(earlier ? earlier->getIdStamp() : IdStamp())
     {
     }
-    ~DyingGlob() override { m_log.push_back(m_label + (m_hadEarlier && !m_earlier.alive() ? " (earlier gone)" : "")); }
+    ~DyingGlob() override
+    {
+        std::string entry = m_label;
+        if (m_earlier)
+            entry += " saw " + m_earlier->m_label + (is_good_glob_ptr(m_earlier, m_earlierStamp) ? "" : " dying");
+        m_log.push_back(entry);
+    }
 
 private:
     std::vector<std::string>& m_log;
     std::string m_label;
-    GlobWatch m_earlier;
-    bool m_hadEarlier;
+    DyingGlob* m_earlier;
+    IdStamp m_earlierStamp;
 };
 
 } // namespace
@@ -41,11 +48,35 @@ TEST(GlobTree, ChildrenDieLastFirstWhileEarlierSiblingsStillLive)
 {
     std::vector<std::string> log;
     auto* parent = new ProbeGlob(100, 100);
-    Glob* first = parent->addChild(new DyingGlob(log, "first", nullptr), Glob::BottomLeft());
-    Glob* second = parent->addChild(new DyingGlob(log, "second", first), Glob::BottomLeft());
+    auto* first = new DyingGlob(log, "first", nullptr);
+    auto* second = new DyingGlob(log, "second", first);
+    parent->addChild(first, Glob::BottomLeft());
+    parent->addChild(second, Glob::BottomLeft());
     parent->addChild(new DyingGlob(log, "third", second), Glob::BottomLeft());
     delete parent;
-    EXPECT_EQ(log, (std::vector<std::string> { "third", "second", "first" }));
+    EXPECT_EQ(log, (std::vector<std::string> { "third saw second", "second saw first", "first" }));
+}
+
+TEST(GlobTree, ChildrenRemovedDuringADispatchStillDieLastFirst)
+{
+    UiHarness ui;
+    std::vector<std::string> log;
+    auto* panel = ui.make<ProbeGlob>(ProbeGlob::InitArgs(100, 100));
+    auto* first = new DyingGlob(log, "first", nullptr);
+    auto* second = new DyingGlob(log, "second", first);
+    panel->addChild(first, Glob::BottomLeft());
+    panel->addChild(second, Glob::BottomLeft());
+    panel->addChild(new DyingGlob(log, "third", second), Glob::BottomLeft());
+    panel->onEvent = [&](ProbeGlob& self, const Event& e) {
+        if (!e.isMessage())
+            return;
+        self.removeAllChildren();
+        EXPECT_TRUE(log.empty()) << "nothing is deleted while the message is being handled";
+        EXPECT_EQ(self.numChildren(), 0u) << "but the children have left the tree";
+    };
+    ui.owner().sendMsg(panel, "clear");
+    // Deleted after the message, last first; each still finds the one before it in memory, already dying.
+    EXPECT_EQ(log, (std::vector<std::string> { "third saw second dying", "second saw first dying", "first" }));
 }
 
 TEST(GlobTree, StoredPointersAndStampsTellADeadWidget)
