@@ -124,8 +124,9 @@ void VerticalScrollingBase::updateScrollExtent()
     const int areaHeight = std::clamp(std::max(m_contentHeight, getViewportHeight()), 0, 65535);
     if (areaHeight != m_area->getHeight())
         m_area->resize(m_area->getWidth(), areaHeight);
-    // Measured again: resizing re-placed the rows against the new top.
-    m_contentHeight = measureRows();
+    // Measured again: resizing re-placed the rows against the new top. Widget heights are 16-bit, so rows
+    // lower than that can never be shown; the scrolling stops at the last one that can.
+    m_contentHeight = std::min(measureRows(), int(m_area->getHeight()));
     m_measuredRows = m_area->numChildren();
     m_scroll = std::clamp(m_scroll, 0, getMaxScroll());
     placeArea();

@@ -6,7 +6,9 @@
 // and scrolling moves the scroll area up and down inside it. The scroll area is as tall as its lowest row
 // (never shorter than the viewport); call updateScrollExtent() after adding, removing or resizing rows. Rows
 // added or removed without it are noticed at the next paint or wheel turn (the count of rows is compared, so
-// a panel of ten thousand rows pays nothing per paint); rows merely resized are not.
+// a panel of ten thousand rows pays nothing per paint); rows merely resized are not. The scroll area is a widget,
+// so it is at most 65535 pixels tall: rows below that are never shown. Long lists belong in a list widget that
+// makes widgets only for the lines in view.
 //
 // Following the focus: a row focused from the keyboard is scrolled into view after the key that moved the
 // focus; code that gives a row the focus directly calls ensureVisible() for it (or relies on the next paint).

@@ -190,3 +190,18 @@ TEST_F(ScrollFixture, ScrollBarTrackPagesAndThumbDrags)
     const double expected = double(panel->getContentHeight()) / bar.height() * (bar.height() / 4);
     EXPECT_NEAR(panel->getScrollOffset(), expected, 2.0);
 }
+
+TEST_F(ScrollFixture, ContentTallerThanAWidgetCanBeStopsAtTheLastReachableRow)
+{
+    build(3000); // about 78000 pixels of rows
+    EXPECT_EQ(panel->getContentHeight(), 65535);
+    panel->scrollTo(1 << 30);
+    EXPECT_EQ(panel->getScrollOffset(), panel->getMaxScroll());
+    // The view is not scrolled past the rows into empty space: some row still shows whole at the bottom.
+    const GlobBox view = panel->getScrollArea()->parent()->getScreenBox();
+    bool rowAtBottom = false;
+    for (const Row* row : rows)
+        if (view.contains(row->getScreenBox()) && row->getScreenBox().bottom() - view.bottom() < rowHeight + rowGap)
+            rowAtBottom = true;
+    EXPECT_TRUE(rowAtBottom);
+}
