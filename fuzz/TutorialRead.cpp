@@ -66,7 +66,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     check(static_cast<bool>(reparsed), "the written document does not parse");
     Tutorial second;
     check(readInto(second, reparsed), "reading the written document answered false");
-    check(documentOf(second) == first, "the document changed on a second round");
+    const std::string rewritten = documentOf(second);
+    if (rewritten != first)
+        std::fprintf(stderr, "first:\n%s\nsecond:\n%s\n", first.c_str(), rewritten.c_str());
+    check(rewritten == first, "the document changed on a second round");
     check(documentOf(Tutorial(tutorial)) == first, "a copy writes another document");
     return 0;
 }

@@ -70,8 +70,10 @@ bool Tutorial::Pointer::read(const Cv::Ptr<JSON::Element>& element)
         return true;
     // A named target wins over a coordinate: x and y are then not read at all.
     target = element->getWString("target");
-    if (!target.empty())
+    if (!target.empty()) {
+        x = y = kNoCoordinate;
         return true;
+    }
     x = readCoordinate(*element, "x", kNoCoordinate);
     y = readCoordinate(*element, "y", kNoCoordinate);
     return true;
@@ -104,6 +106,8 @@ bool Tutorial::Message::read(const Cv::Ptr<JSON::Element>& element)
         text = element->getWString("text");
     if (element->hasString("origin")) {
         origin = CoordinateOriginFromString(element->getString("origin").view());
+        target.clear();
+        relativity = eRelativeRight;
         return true;
     }
     relativity = WidgetRelativityFromString(element->getString("relativity").view());
@@ -137,6 +141,7 @@ bool Tutorial::Action::read(const Cv::Ptr<JSON::Element>& element)
     if (!element)
         return true;
     event = element->getString("event");
+    modifiers = 0;
     const Cv::Ptr<JSON::Element> list = element->getChild("modifiers");
     if (!list)
         return true;
