@@ -2,6 +2,8 @@
 
 #include "toolkit/ui/GlobManager.h"
 #include "toolkit/ui/Screen.h"
+#include "toolkit/ui/TabOrderManager.h"
+#include "toolkit/widgets/TableWidget.h"
 
 namespace {
 
@@ -75,6 +77,14 @@ FileBrowser* FileBrowser::make(Glob* chooser, const LightweightString<wchar_t>& 
     if (!GlobManager::realize(browser)) {
         Glob::destroy(browser);
         return nullptr;
+    }
+    // The keyboard starts in the list, and Tab walks the list and the buttons.
+    if (TableWidget* table = browser->getTable()) {
+        TabOrderManager::addTabStop(table);
+        for (size_t i = 0; i < browser->numChildren(); ++i)
+            if (browser->child(i) != table)
+                TabOrderManager::addTabStop(browser->child(i));
+        table->takeFocus();
     }
     return browser;
 }

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <chrono>
 #include <ctime>
+#include <cwctype>
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -276,6 +277,15 @@ void FileBrowserBase::refresh()
                 m_entries.push_back(std::move(e));
         }
     }
+    // People look for "Music" between "movies" and "notes", not after every lower-case name.
+    auto byName = [](const Entry& a, const Entry& b) {
+        if (a.folder != b.folder)
+            return a.folder;
+        return std::lexicographical_compare(a.name.begin(), a.name.end(), b.name.begin(), b.name.end(),
+                                            [](wchar_t x, wchar_t y) { return std::towlower(static_cast<wint_t>(x))
+                                                                           < std::towlower(static_cast<wint_t>(y)); });
+    };
+    std::stable_sort(m_entries.begin(), m_entries.end(), byName);
     if (m_table)
         m_table->rowsChanged(0);
     redraw();

@@ -2,7 +2,7 @@
 // FileBrowserBase: a panel for choosing a folder (or a file) from the real file system.
 //
 // From the top: the folder being shown, a table of what it holds (folders first, then files when the options
-// ask for them, each sorted by name), and a row of buttons: Up, OK, Cancel.
+// ask for them, each sorted by name without regard to case), and a row of buttons: Up, OK, Cancel.
 //
 //   input                                   | browser does
 //   ----------------------------------------+---------------------------------------------------------------

@@ -70,8 +70,11 @@ protected:
 TEST_F(FileBrowserTest, ListsFoldersFirstAndFilesOrHiddenNamesOnlyWhenAsked)
 {
     EXPECT_EQ(names(browser()), (std::vector<std::wstring>{L"alpha", L"beta"}));
+    fs::create_directories(root / "Gamma");
+    std::ofstream(root / "Zebra.txt") << "z";
     EXPECT_EQ(names(browser(FileBrowserBase::ListFiles | FileBrowserBase::ShowHidden)),
-              (std::vector<std::wstring>{L".hidden", L"alpha", L"beta", L"notes.txt"}));
+              (std::vector<std::wstring>{L".hidden", L"alpha", L"beta", L"Gamma", L"notes.txt", L"Zebra.txt"}))
+        << "names sort without regard to case";
 }
 
 TEST_F(FileBrowserTest, DoubleClickGoesInAndUpComesBackToTheFolderLeft)
@@ -181,6 +184,9 @@ TEST_F(FileBrowserTest, MakeCentresTheBrowserUnlessGivenAPlace)
     FileBrowser* placed = FileBrowser::make(&ui.owner(), path(root), UIString(L"Pick"), XY<int>(30, 40));
     ASSERT_NE(placed, nullptr);
     EXPECT_EQ(placed->getScreenPos(), XY<int>(30, 40));
+    // The keyboard starts in the list.
+    ui.pressKey(Event::KeyDown);
+    EXPECT_EQ(placed->getCurrentRow(), 0);
     placed->cancel();
     EXPECT_EQ(ui.owner().count(FileBrowserBase::cancelledMsg), 1u) << "the chooser hears it, not a parent";
 }
