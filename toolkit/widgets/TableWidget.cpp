@@ -859,6 +859,15 @@ bool TableWidget::handleMouse(const Event& event)
         return true;
     }
     switch (event.type) {
+    case Event::MouseMove:
+    case Event::MouseLeave: {
+        const int hover = event.type == Event::MouseMove && isEnabledInTree() ? rowAt(event.pos) : -1;
+        if (hover != m_hoverRow) {
+            m_hoverRow = hover;
+            redraw(getRowsBox());
+        }
+        return true;
+    }
     case Event::MouseWheel:
         if (event.wheelDelta == 0)
             return false;
@@ -1090,6 +1099,9 @@ void TableWidget::drawCell(unsigned row, unsigned col, const GlobBox& cell, bool
         // A disabled table still shows where it stands, but without the call to action of the full highlight.
         back = enabled ? pal.highlight() : pal.highlight().mix(pal.window(), 0.65);
         ink = enabled ? pal.highlightText() : pal.disabledText();
+    } else if (static_cast<int>(row) == m_hoverRow && enabled) {
+        // The row under the pointer is lifted a little, so the eye can follow it across the columns.
+        back = (back.a() > 0.0 ? back : pal.entry()).mix(pal.highlight(), 0.15);
     }
     if (back.a() > 0.0)
         p.fillRect(cell, back);

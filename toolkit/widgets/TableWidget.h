@@ -12,6 +12,7 @@
 //
 //   input                                   | table does
 //   ----------------------------------------+---------------------------------------------------------------
+//   pointer over a row                      | hover look on the row
 //   press on a row                          | makes it current (currentRowChangedMsg when it changed)
 //   second press of a double click          | rowDoubleClickedMsg
 //   press on the current cell, editable     | opens the cell's editor (editable bool cells, and columns set to
@@ -218,6 +219,7 @@ private:
     int m_editRow = -1;
     int m_editCol = -1;
     // A drag of a column edge in progress: the column, and its width when gripped.
+    int m_hoverRow = -1;
     int m_resizeCol = -1;
     int m_resizeStartX = 0;
     int m_resizeStartWidth = 0;

@@ -358,6 +358,19 @@ TEST_F(TableWidgetTest, ColouredCellsAndTheCurrentRowShowOnScreen)
     EXPECT_NEAR(current.b(), highlight.b(), 0.02);
 }
 
+TEST_F(TableWidgetTest, TheRowUnderThePointerIsLiftedUntilThePointerLeaves)
+{
+    TableWidget* t = table(10);
+    const XY<int> probe(40, 0);
+    const Colour plain = ui.pixelAt(t, cellCentre(t, 2, 0) + probe);
+    ui.moveTo(t, cellCentre(t, 2, 0));
+    const Colour lifted = ui.pixelAt(t, cellCentre(t, 2, 0) + probe);
+    EXPECT_NE(lifted, plain);
+    EXPECT_EQ(ui.pixelAt(t, cellCentre(t, 3, 0) + probe), plain) << "only the row under the pointer";
+    ui.moveTo(&ui.owner(), XY<int>(550, 480));
+    EXPECT_EQ(ui.pixelAt(t, cellCentre(t, 2, 0) + probe), plain);
+}
+
 TEST_F(TableWidgetTest, RowsRemovedUnderTheTableKeepItsStateInRange)
 {
     TableWidget* t = table(100);
