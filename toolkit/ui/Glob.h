@@ -237,10 +237,9 @@ private:
         MovableFlag = 1u << 2,
         ResizableFlag = 1u << 3,
         DyingFlag = 1u << 4, // destruction requested; the stamp is already retired
-        RedrawHeldFlag = 1u << 5, // in the list of redraws held back while redraws are disabled
-        TopLevelFlag = 1u << 6, // shown on the screen as a top-level widget
-        NamedFlag = 1u << 7, // registered with GlobManager by name
-        DestructingFlag = 1u << 8, // inside ~Glob
+        TopLevelFlag = 1u << 5, // shown on the screen as a top-level widget
+        NamedFlag = 1u << 6, // registered with GlobManager by name
+        DestructingFlag = 1u << 7, // inside ~Glob
     };
     struct Extension;
     friend class GlobRegistry;
