@@ -138,8 +138,9 @@ Glob* buildButtonsPage()
     Slider* plain = page.put<Slider>(Slider::InitArgs(pal.subheadingText(), 160, 0, pal), x);
     plain->setPosition(0.3);
     plain->setPointOfInterest(0.5);
-    Slider* focused = page.put<Slider>(Slider::InitArgs(pal.highlight(), 160, 0, pal), x);
-    focused->setPosition(0.75);
+    Slider* hovered = page.put<Slider>(Slider::InitArgs(pal.highlight(), 160, 0, pal), x);
+    hovered->setPosition(0.75);
+    hovered->setName("hover-slider");
     Slider* off = page.put<Slider>(Slider::InitArgs(pal.highlight(), 160, 0, pal), x);
     off->setPosition(0.6);
     off->setPointOfInterest(0.2);
@@ -190,7 +191,7 @@ void showLiveStates(Glob* page)
 {
     Event enter;
     enter.type = Event::MouseEnter;
-    for (const char* name : {"hover-button", "hover-box"})
+    for (const char* name : {"hover-button", "hover-box", "hover-slider"})
         if (Glob* g = findNamed(page, name))
             g->react(enter);
     if (Glob* g = findNamed(page, "focus-button"))
