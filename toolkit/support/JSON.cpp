@@ -6,6 +6,7 @@
 #include <rapidjson/reader.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <cmath>
 #include <cstring>
