@@ -3,8 +3,9 @@
 //
 // The title takes a column of titleWidth pixels (by default the title's own width and a widget gap); the
 // widget fills the rest and is centred vertically. The widget is an ordinary child: talk to it through
-// widget(), and its messages reach the titled widget's owner unchanged (the titled widget passes every
-// message it does not know on to its own owner), so wrapping a widget does not change who hears it.
+// widget(). Its messages reach the titled widget's owner under their own names (the titled widget passes
+// them on, so the sender the owner sees is the titled widget), so wrapping a widget does not change who hears
+// it.
 //
 // Type names: a titled widget is "Titled" followed by the widget's type name ("TitledSlider"). Register one
 // for GlobManager with registerTitledType<T>("Slider"); it is then made from the info's size, palette and
