@@ -129,9 +129,7 @@ bool computeBreakFlags(const uint16_t* slots, size_t count, std::vector<uint8_t>
     for (size_t p = 1; p < count; ++p) {
         const CharInfo* here = &info[slots[p]];
         allSimple &= here->flags;
-        const uint8_t f = scanner.step(*prev, *here, [&] {
-            return p + 1 < count ? info[slots[p + 1]].breakClass : BC::Other;
-        });
+        const uint8_t f = scanner.step(*prev, *here, p + 1 < count ? info[slots[p + 1]].breakClass : BC::Other);
         flags[p] = f;
         if (wordBreaks && (f & breakLine))
             wordBreaks->push_back(static_cast<uint32_t>(p));

@@ -67,8 +67,7 @@ public:
 
     // Flags (breakLine, breakHyphen) of the position between `prev` and `here`, then moves past `here`.
     // `afterHere` is the class of the character after `here`, or Other at the end.
-    template <typename AfterHere>
-    uint8_t step(const CharInfo& prev, const CharInfo& here, AfterHere&& afterHere);
+    uint8_t step(const CharInfo& prev, const CharInfo& here, BreakClass afterHere);
 
 private:
     // The digit-run state is the one value carried from character to character, so it is computed with a few
@@ -96,8 +95,7 @@ bool computeBreakFlagsWithShaper(const uint16_t* slots, size_t count, std::vecto
 
 } // namespace Pictor
 
-template <typename AfterHere>
-inline uint8_t Pictor::LineBreakScanner::step(const CharInfo& prev, const CharInfo& here, AfterHere&& afterHere)
+inline uint8_t Pictor::LineBreakScanner::step(const CharInfo& prev, const CharInfo& here, BreakClass afterHere)
 {
     constexpr uint8_t sp = static_cast<uint8_t>(BreakClass::SP);
     const uint8_t a = static_cast<uint8_t>(prev.breakClass);
@@ -107,7 +105,7 @@ inline uint8_t Pictor::LineBreakScanner::step(const CharInfo& prev, const CharIn
     const int left = afterSpace ? m_beforeSpaces : a;
     uint8_t rule = m_tables.pair[(context * kClasses + left) * kClasses + b];
     if (rule == kLookAhead)
-        rule = decideWithLookAhead(a, b, m_number, static_cast<uint8_t>(afterHere()));
+        rule = decideWithLookAhead(a, b, m_number, static_cast<uint8_t>(afterHere));
     // A break inside a word of letters shows a hyphen: after a Latin letter, before a letter, digit or
     // connector.
     const uint8_t hyphen = ((prev.flags & charLatinLetter) && (here.flags & charWordPart)) ? breakHyphen : 0;

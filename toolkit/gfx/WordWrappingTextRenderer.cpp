@@ -284,15 +284,17 @@ private:
         size_t n = 0;
         uint8_t badBreak = 0;
         const Pictor::CharInfo* prev = &info[slots[0]];
+        const Pictor::CharInfo* here = &info[slots[1]];
         uint8_t allFlags = prev->flags;
         Pictor::LineBreakScanner scanner(static_cast<uint8_t>(prev->breakClass));
         int64_t prefix = 0;
         for (size_t p = 1; p < count; ++p) {
+            // The next character is fetched one step ahead, for the one rule that looks past a pair; slot 0
+            // (never a table character) stands for the end.
+            const Pictor::CharInfo* next = &info[p + 1 < count ? slots[p + 1] : 0];
             const uint16_t a = slots[p - 1];
             const uint16_t b = slots[p];
-            const Pictor::CharInfo* here = &info[b];
             allFlags &= here->flags;
-            // Table slots below 32 are never usable, so an ASCII pair here is a printable one.
             int k = (a | b) < 128 ? asciiKern[FontEngine::asciiPair(a, b)] : FontEngine::kKernUnknown;
             if (k <= FontEngine::kKernComplex) {
                 k = engine.kern(latin, a, b);
@@ -302,13 +304,12 @@ private:
                 }
             }
             prefix += engine.advance(a) + k;
-            const uint8_t f = scanner.step(*prev, *here, [&] {
-                return p + 1 < count ? info[slots[p + 1]].breakClass : Pictor::BreakClass::Other;
-            });
+            const uint8_t f = scanner.step(*prev, *here, next->breakClass);
             out[n] = {prefix, static_cast<uint32_t>(p), k};
             n += f & Pictor::breakLine;
             badBreak |= f & (f >> 1); // a break that would show a hyphen
             prev = here;
+            here = next;
         }
         if (!(allFlags & Pictor::charWrapSimple) || badBreak)
             return false;
