@@ -257,6 +257,14 @@ iButtonGroup* Button::getGroup() const
     return m_extras ? m_extras->group : nullptr;
 }
 
+bool Button::acceptsFocus() const
+{
+    if (hasBit(NoFocusBit))
+        return false;
+    const iButtonGroup* group = getGroup();
+    return !group || group->memberAcceptsFocus(*this);
+}
+
 StylePainter::ButtonState Button::visualState() const
 {
     if (!isEnabledInTree())

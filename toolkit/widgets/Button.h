@@ -44,6 +44,12 @@ public:
     virtual void buttonActivated(Button& button) = 0;
     // A key reached `button` unhandled; answers whether the group used it.
     virtual bool buttonKey(Button& button, int key) = 0;
+    // Whether `button` may take the keyboard focus now (a group may be one tab stop rather than several).
+    virtual bool memberAcceptsFocus(const Button& button) const
+    {
+        (void)button;
+        return true;
+    }
 
 protected:
     ~iButtonGroup() = default;
@@ -136,7 +142,7 @@ public:
     void drawBorder() override;
     void drawText() override;
     void setActive(bool active, eRedrawFlag redraw = Redraw) override;
-    bool acceptsFocus() const override { return !hasBit(NoFocusBit); }
+    bool acceptsFocus() const override;
 
 protected:
     // The look the face is drawn in now.

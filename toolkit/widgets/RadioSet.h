@@ -13,6 +13,9 @@
 //   Up/Left, Down/Right on a member         | selects and focuses the previous / next usable member (live,
 //                                           | visible, enabled), stopping at the ends; selectionChangedMsg
 //   select(i, flags) from code              | the same without the keys; tells the owner only with NotifyFlag
+//   Tab, back-tab                           | the group is one stop: only the selected member (or, with
+//                                           | none selected, the first usable one) takes the focus; a
+//                                           | member the user activates takes it too
 //
 // Who hears selectionChangedMsg: when the group is itself a widget, its owner; otherwise the owner of the
 // button that was selected.
@@ -113,8 +116,8 @@ public:
     }
     bool selectWidget(B* button, unsigned flags = RedrawFlag) { return select(indexOf(button), flags); }
 
-    // Whether the arrow keys move the selection (on by default). A list that moves its selection itself
-    // switches this off.
+    // Whether the arrow keys move the selection and the group is one tab stop (on by default). A list that
+    // moves its selection itself switches this off; its members then take the focus as plain buttons do.
     void setArrowKeys(bool on) { m_arrowKeys = on; }
 
     // What the group tells its owner when the user changed the selection.
@@ -124,8 +127,26 @@ protected:
     void buttonActivated(Button& button) override
     {
         const int index = indexOf(static_cast<B*>(&button));
-        if (index >= 0)
-            select(index, RedrawFlag | NotifyFlag);
+        if (index < 0)
+            return;
+        GlobWatch watch(&button);
+        select(index, RedrawFlag | NotifyFlag);
+        // Now the group's tab stop: keep the keyboard with it, so the arrows go on from here.
+        if (m_arrowKeys && watch)
+            button.takeFocus();
+    }
+
+    bool memberAcceptsFocus(const Button& button) const override
+    {
+        if (!m_arrowKeys)
+            return true;
+        const int selected = getSelectedIndex();
+        if (selected >= 0)
+            return getWidget(static_cast<size_t>(selected)) == &button;
+        for (size_t i = 0; i < m_members.size(); ++i)
+            if (B* b = getWidget(i); b && b->isVisible() && b->isEnabledInTree())
+                return b == &button;
+        return false;
     }
 
     bool buttonKey(Button& button, int key) override

@@ -3,6 +3,7 @@
 
 #include "toolkit/testing/UiHarness.h"
 #include "toolkit/ui/GlobManager.h"
+#include "toolkit/ui/TabOrderManager.h"
 #include "toolkit/ui/UifStd.h"
 #include "toolkit/widgets/Button.h"
 #include "toolkit/widgets/Checkbox.h"
@@ -318,6 +319,39 @@ TEST_F(RadioTest, ArrowKeysMoveSkippingDisabledButtonsAndStopAtTheEnds)
     ui.pressKey(Event::KeyUp);
     EXPECT_EQ(r->getSelected(), 0);
     EXPECT_EQ(ui.owner().count(RadioSet::selectionChangedMsg), 2u);
+}
+
+TEST_F(RadioTest, TheGroupIsOneTabStopAtItsSelection)
+{
+    Button* before = button(L"Before", 200, 20);
+    RadioSet* r = set();
+    Button* after = button(L"After", 200, 80);
+    TabOrderManager::addTabStop(before);
+    TabOrderManager::addTabStopsFrom(r);
+    TabOrderManager::addTabStop(after);
+    r->select(1);
+
+    ui.focus(before);
+    ui.pressKey(Event::KeyTab);
+    EXPECT_TRUE(r->getWidget(size_t{1})->hasFocus()) << "Tab lands on the selected member";
+    ui.pressKey(Event::KeyTab);
+    EXPECT_TRUE(after->hasFocus()) << "and leaves the group at the next Tab";
+    ui.pressKey(Event::KeyBackTab);
+    EXPECT_TRUE(r->getWidget(size_t{1})->hasFocus());
+
+    // A click on another member selects it and moves the stop there.
+    ui.click(r->getWidget(size_t{2}));
+    EXPECT_TRUE(r->getWidget(size_t{2})->hasFocus());
+    ui.focus(before);
+    ui.pressKey(Event::KeyTab);
+    EXPECT_TRUE(r->getWidget(size_t{2})->hasFocus());
+
+    // With nothing selected the first usable member is the stop.
+    r->select(-1);
+    r->getWidget(size_t{0})->setEnabled(false);
+    ui.focus(before);
+    ui.pressKey(Event::KeyTab);
+    EXPECT_TRUE(r->getWidget(size_t{1})->hasFocus());
 }
 
 TEST_F(RadioTest, APlainGroupOfButtonsSurvivesMembersAndItselfDying)
