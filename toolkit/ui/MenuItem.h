@@ -4,12 +4,22 @@
 //
 // Kinds: 0 and 1 are entries the user can choose (1 is an entry under a group heading), 2 is a group heading
 // whose group is shown open, 3 a heading whose group is shown folded. Headings are never chosen themselves.
+// A heading's group is the run of kind-1 entries right after it; folding the heading hides them.
+//
+// A label may hold "||": the text before it is the main column, the text after it a second column drawn
+// right-aligned (a format's name on the left, its dimensions on the right).
+//
+// Positions. Menus that keep a selection count their entries without the headings: position 0 is the first
+// entry that is not a heading. Lists of identifiers kept beside a menu then line up with its entries.
 
 #include "toolkit/support/Colour.h"
 #include "toolkit/support/UIString.h"
 
 #include <functional>
+#include <cstdint>
 #include <optional>
+#include <string_view>
+#include <utility>
 
 // What a widget runs when the user acts on it (a menu entry chosen, a button pressed).
 using WidgetCallback = std::function<void()>;
@@ -48,6 +58,13 @@ public:
     }
 
     const UIString& getLabel() const { return m_label; }
+    // Turns a heading open or folded; other kinds are left as they are.
+    void setFolded(bool folded)
+    {
+        if (isHeading())
+            m_type = folded ? MenuItemGroupFolded : MenuItemGroupOpen;
+    }
+    bool isFolded() const { return m_type == MenuItemGroupFolded; }
     // The label as shown, with the item's resource formatting applied.
     LightweightString<wchar_t> getDisplayText() const;
     const WidgetCallback& getCallback() const { return m_callback; }
@@ -62,6 +79,15 @@ public:
     Colour getBackColour() const { return m_colours ? m_colours->back : Colour(); }
     Colour getTextColour() const { return m_colours ? m_colours->text : Colour(); }
 
+    // The display text split at the first "||": the main column and the right-hand one (empty when none).
+    static std::pair<std::wstring_view, std::wstring_view> splitColumns(std::wstring_view text)
+    {
+        const size_t bar = text.find(L"||");
+        if (bar == std::wstring_view::npos)
+            return {text, {}};
+        return {text.substr(0, bar), text.substr(bar + 2)};
+    }
+
 private:
     struct Colours {
         Colour back;
@@ -75,4 +101,24 @@ private:
     UIString m_tooltip;
     std::optional<Colours> m_colours;
     bool m_enabled = true;
+};
+
+// Which entry of a menu to select: a position among the entries that are not headings, or a label. A label
+// that matches no entry selects nothing new; a position past the end selects nothing.
+class MenuItemIndex {
+public:
+    MenuItemIndex(int position) : m_position(position) {}
+    MenuItemIndex(uint16_t position) : m_position(position) {}
+    MenuItemIndex(LightweightString<wchar_t> label) : m_label(std::move(label)), m_byLabel(true) {}
+    MenuItemIndex(const wchar_t* label) : MenuItemIndex(LightweightString<wchar_t>(label ? label : L"")) {}
+    MenuItemIndex(const UIString& label) : MenuItemIndex(label.getString()) {}
+
+    bool byLabel() const { return m_byLabel; }
+    int position() const { return m_position; }
+    const LightweightString<wchar_t>& label() const { return m_label; }
+
+private:
+    int m_position = -1;
+    LightweightString<wchar_t> m_label;
+    bool m_byLabel = false;
 };

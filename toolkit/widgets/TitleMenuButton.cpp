@@ -1,0 +1,189 @@
+#include "toolkit/widgets/TitleMenuButton.h"
+
+#include "toolkit/gfx/Font.h"
+#include "toolkit/ui/GlobManager.h"
+#include "toolkit/ui/StylePainter.h"
+#include "toolkit/ui/UifStd.h"
+
+#include <algorithm>
+
+namespace {
+
+std::vector<UIString> splitCommas(const LightweightString<char>& text)
+{
+    std::vector<UIString> out;
+    std::string_view rest = text.view();
+    while (!rest.empty()) {
+        const size_t comma = rest.find(',');
+        const std::string_view one = rest.substr(0, comma);
+        if (!one.empty())
+            out.emplace_back(fromUTF8(one));
+        rest = comma == std::string_view::npos ? std::string_view() : rest.substr(comma + 1);
+    }
+    return out;
+}
+
+std::vector<MenuItem> itemsFromLabels(const std::vector<UIString>& labels)
+{
+    std::vector<MenuItem> items;
+    items.reserve(labels.size());
+    for (const UIString& label : labels)
+        items.emplace_back(label);
+    return items;
+}
+
+int titleTextWidth(const UIString& title)
+{
+    static Cv::Ptr<Pictor::Font> font = Pictor::loadFont(UifStd::getDefaultFont());
+    const LightweightString<wchar_t> text = title.getString();
+    return text.empty() ? 0 : font->pixelWidth(text.view()) + UifStd::getWidgetGap();
+}
+
+const bool registeredByName = [] {
+    GlobManager::registerType("TitleMenuButton", [](const GlobCreationInfo& info) -> Glob* {
+        return new TitleMenuButton(TitleMenuButton::InitArgs(info));
+    });
+    return true;
+}();
+
+} // namespace
+
+TitleMenuButton::InitArgs::InitArgs(const GlobCreationInfo& info) : GlobCreationInfo(info)
+{
+    LightweightString<char> text;
+    if (info.config.in("title", text) == 0)
+        title = UIString(fromUTF8(text.view()));
+    if (info.config.in("items", text) == 0)
+        items = splitCommas(text);
+}
+
+TitleMenuButton::TitleMenuButton(const InitArgs& args)
+    : Glob(args), m_title(args.title), m_titleWidth(args.titleWidth)
+{
+    if (m_titleWidth == 0)
+        m_titleWidth = static_cast<uint16_t>(std::min(titleTextWidth(m_title), 65535));
+    const std::vector<MenuItem> items = itemsFromLabels(args.items);
+    const int height = args.height ? args.height : UifStd::getButtonHeight();
+    const int width =
+        args.width ? args.width : m_titleWidth + DropDownMenuButton::calcWidth(items, UifStd::getDefaultFont());
+    resize(width, height);
+    build(items, MenuItemIndex(0));
+}
+
+TitleMenuButton::TitleMenuButton(uint16_t width, uint16_t height, const Palette& palette, Canvas* canvas)
+    : Glob(width, static_cast<uint16_t>(height ? height : UifStd::getButtonHeight()), palette, canvas)
+{
+    build({}, MenuItemIndex(0));
+}
+
+// A copy is a new widget: it gets a drop-down of its own with the original's menu and selection.
+TitleMenuButton::TitleMenuButton(const TitleMenuButton& other)
+    : EventHandler(other), Cv::InternalRefCount(other), iVirtual(other), iObject(other), Glob(other),
+      TabOrderableHost(other), ValWidget<int>(other), m_title(other.m_title), m_titleWidth(other.m_titleWidth)
+{
+    build(other.m_button->getItems(), MenuItemIndex(other.getSelectedItem()));
+    m_button->useSelectedForButtonDisplay(other.m_button->usesSelectedForButtonDisplay());
+    m_button->setString(other.m_button->getString());
+    m_button->setMessage(other.m_button->getMessage());
+}
+
+TitleMenuButton::TitleMenuButton(TitleMenuButton&& other) : TitleMenuButton(static_cast<const TitleMenuButton&>(other))
+{
+}
+
+TitleMenuButton& TitleMenuButton::operator=(const TitleMenuButton& other)
+{
+    if (this != &other) {
+        Glob::operator=(other);
+        m_title = other.m_title;
+        m_titleWidth = other.m_titleWidth;
+        *m_button = *other.m_button;
+        reshape();
+        redraw();
+    }
+    return *this;
+}
+
+TitleMenuButton& TitleMenuButton::operator=(TitleMenuButton&& other)
+{
+    return *this = static_cast<const TitleMenuButton&>(other);
+}
+
+TitleMenuButton::~TitleMenuButton() = default;
+
+LightweightString<char> TitleMenuButton::idstring() const
+{
+    return "TitleMenuButton";
+}
+
+void TitleMenuButton::build(const std::vector<MenuItem>& items, MenuItemIndex selection)
+{
+    const int buttonWidth = std::max(1, getWidth() - m_titleWidth);
+    m_button = addWidget<DropDownMenuButton>(
+        DropDownMenuButton::InitArgs(items, std::move(selection), static_cast<uint16_t>(buttonWidth), getHeight(),
+                                     getPalette()),
+        Glob::BottomLeft(m_titleWidth, 0));
+}
+
+void TitleMenuButton::reshape()
+{
+    if (m_button) {
+        m_button->resize(std::max(1, getWidth() - m_titleWidth), getHeight());
+        m_button->setPos(m_titleWidth, 0);
+    }
+    Glob::reshape();
+}
+
+void TitleMenuButton::setTitle(const UIString& title)
+{
+    m_title = title;
+    redraw();
+}
+
+int TitleMenuButton::getSelectedItem() const
+{
+    return m_button->getSelectedItem();
+}
+
+LightweightString<wchar_t> TitleMenuButton::getSelectedItemNameW() const
+{
+    return m_button->getSelectedItemNameW();
+}
+
+bool TitleMenuButton::setSelectedItem(const MenuItemIndex& which)
+{
+    return m_button->setSelectedItem(which);
+}
+
+void TitleMenuButton::showValue(const int& position, DataChangeType)
+{
+    m_button->setSelectedItem(MenuItemIndex(position));
+}
+
+bool TitleMenuButton::react(const Event& event)
+{
+    if (event.isMessage() && event.sender == m_button && event.message == m_button->getMessage()) {
+        GlobWatch self(this);
+        publishValue(getSelectedItem(), kDataChangeFinal);
+        if (!self)
+            return true;
+        callMsg(event.message);
+        return true;
+    }
+    return Glob::react(event);
+}
+
+void TitleMenuButton::setActive(bool active, eRedrawFlag redrawFlag)
+{
+    Glob::setActive(active, redrawFlag);
+    redraw();
+}
+
+void TitleMenuButton::drawText()
+{
+    if (m_titleWidth == 0)
+        return;
+    const GlobBox titleBox(0, 0, std::max(0, m_titleWidth - UifStd::getWidgetGap()), getHeight());
+    StylePainter::drawLabel(painter(), titleBox, getPalette(), m_title.getString().view(), Pictor::TextAlign::Left,
+                            isEnabledInTree());
+}
