@@ -1,0 +1,186 @@
+#include "parampanels/UIBuilderParams.h"
+
+#include "parampanels/Conditions.h"
+#include "toolkit/support/Configb.h"
+#include "toolkit/support/params/ActionParam.h"
+
+UIBuilder::Params::Params() = default;
+
+UIBuilder::Params::Params(ParamList params, WidgetMap widgets, PostConditions postConditions)
+    : m_params(std::move(params))
+    , m_widgets(std::move(widgets))
+    , m_postConditions(std::move(postConditions))
+{
+    attachBroadcasters();
+}
+
+UIBuilder::Params::Params(const Params& other)
+    // A copy is a new shared object: its reference count starts afresh.
+    : Cv::InternalRefCount()
+    , iVirtual()
+    , iObject()
+    , m_params(other.m_params)
+    , m_widgets(other.m_widgets)
+    , m_postConditions(other.m_postConditions)
+    , m_listeners(other.m_listeners)
+    , m_modificationsEnabled(other.m_modificationsEnabled)
+{
+    attachBroadcasters();
+}
+
+UIBuilder::Params::Params(Params&& other) noexcept
+    : m_params(std::move(other.m_params))
+    , m_widgets(std::move(other.m_widgets))
+    , m_postConditions(std::move(other.m_postConditions))
+    , m_listeners(std::move(other.m_listeners))
+    , m_modificationsEnabled(other.m_modificationsEnabled)
+    , m_broadcasters(std::move(other.m_broadcasters))
+{
+    // The parameters keep the same broadcasters; they now report here.
+    for (const auto& broadcaster : m_broadcasters)
+        static_cast<ChangeBroadcaster*>(broadcaster.get())->setTarget(this);
+    other.m_broadcasters.clear();
+}
+
+UIBuilder::Params& UIBuilder::Params::operator=(const Params& other)
+{
+    if (this == &other)
+        return *this;
+    detachBroadcasters();
+    m_params = other.m_params;
+    m_widgets = other.m_widgets;
+    m_postConditions = other.m_postConditions;
+    m_listeners = other.m_listeners;
+    m_modificationsEnabled = other.m_modificationsEnabled;
+    attachBroadcasters();
+    return *this;
+}
+
+UIBuilder::Params& UIBuilder::Params::operator=(Params&& other) noexcept
+{
+    if (this == &other)
+        return *this;
+    detachBroadcasters();
+    m_params = std::move(other.m_params);
+    m_widgets = std::move(other.m_widgets);
+    m_postConditions = std::move(other.m_postConditions);
+    m_listeners = std::move(other.m_listeners);
+    m_modificationsEnabled = other.m_modificationsEnabled;
+    m_broadcasters = std::move(other.m_broadcasters);
+    other.m_broadcasters.clear();
+    for (const auto& broadcaster : m_broadcasters)
+        static_cast<ChangeBroadcaster*>(broadcaster.get())->setTarget(this);
+    return *this;
+}
+
+UIBuilder::Params::~Params()
+{
+    detachBroadcasters();
+}
+
+void UIBuilder::Params::attachBroadcasters()
+{
+    m_broadcasters.reserve(m_params.size());
+    for (const Cv::Ptr<GenericParam::iParam>& param : m_params) {
+        if (!param) {
+            m_broadcasters.emplace_back();
+            continue;
+        }
+        Cv::Ptr<GenericParam::iValueChangeHandler> broadcaster(new ChangeBroadcaster(param->getName(), this));
+        param->addValueChangeHandler(broadcaster);
+        m_broadcasters.push_back(std::move(broadcaster));
+    }
+}
+
+void UIBuilder::Params::detachBroadcasters()
+{
+    // Broadcasters and parameters pair up by position; a moved-from Params has neither.
+    for (size_t i = 0; i < m_broadcasters.size(); ++i) {
+        const Cv::Ptr<GenericParam::iValueChangeHandler>& broadcaster = m_broadcasters[i];
+        if (!broadcaster)
+            continue;
+        // A parameter that is in the middle of telling its handlers keeps the broadcaster alive for the call;
+        // it must find nobody to report to.
+        static_cast<ChangeBroadcaster*>(broadcaster.get())->setTarget(nullptr);
+        if (i < m_params.size() && m_params[static_cast<unsigned>(i)])
+            m_params[static_cast<unsigned>(i)]->removeValueChangeHandler(broadcaster);
+    }
+    m_broadcasters.clear();
+}
+
+void UIBuilder::Params::addListener(const Cv::Ptr<Listener>& listener)
+{
+    if (listener)
+        m_listeners.push_back(listener);
+}
+
+void UIBuilder::Params::saveState(configb& store) const
+{
+    store.clear();
+    for (const Cv::Ptr<GenericParam::iParam>& param : m_params) {
+        if (param)
+            store.set(param->getName().view(), toUTF8(param->getValueAsString().view()).view());
+    }
+}
+
+void UIBuilder::Params::restoreState(const configb& store)
+{
+    // Restoring reports each change like any other, and a listener may drop this Params on hearing one.
+    Cv::DestructionWatch::Scope scope(m_watch);
+    const ParamList params = m_params;
+    for (const Cv::Ptr<GenericParam::iParam>& param : params) {
+        LightweightString<char> stored;
+        if (!param || store.in(param->getName().view(), stored) != 0)
+            continue;
+        // Text the parameter cannot read leaves it as it was.
+        param->setValueFromString(fromUTF8(stored.view()));
+        if (scope.ownerGone())
+            return;
+    }
+}
+
+int UIBuilder::Params::handleParameterModification(const NotifyMsg& msg)
+{
+    if (!m_modificationsEnabled)
+        return 0;
+    Cv::DestructionWatch::Scope scope(m_watch);
+    // Conditions and listeners may change parameters, which starts a nested round here; both lists are
+    // walked by index over what existed when this round began, so additions wait for the next round.
+    const ParamList params = m_params;
+    const size_t numConditions = m_postConditions.size();
+    for (size_t i = 0; i < numConditions && i < m_postConditions.size(); ++i) {
+        const Cv::Ptr<iPostCondition> condition = m_postConditions[i];
+        if (condition)
+            condition->evaluate(params);
+        if (scope.ownerGone())
+            return 0;
+    }
+    const size_t numListeners = m_listeners.size();
+    for (size_t i = 0; i < numListeners && i < m_listeners.size(); ++i) {
+        const Cv::Ptr<Listener> listener = m_listeners[i];
+        listener->execute(msg);
+        if (scope.ownerGone())
+            return 0;
+    }
+    return 0;
+}
+
+int UIBuilder::Params::handleActionParam(const NotifyMsg& msg)
+{
+    const Cv::Ptr<GenericParam::ActionParam> action = msg.getObjectAs<GenericParam::ActionParam>();
+    if (!action)
+        return 0;
+    Cv::DestructionWatch::Scope scope(m_watch);
+    // Restoring the earlier state rather than forcing it on keeps an action started from inside another
+    // action batched with the outer one.
+    const bool wasEnabled = m_modificationsEnabled;
+    m_modificationsEnabled = false;
+    const ParamList params = m_params; // the action may drop this Params while it runs
+    const bool changed = action->invoke(params);
+    if (scope.ownerGone())
+        return 0;
+    m_modificationsEnabled = wasEnabled;
+    if (changed)
+        handleParameterModification(msg);
+    return 0;
+}
