@@ -171,8 +171,11 @@ TEST(Bounds, ConstraintReadsTheOtherValueAtTheTimeOfTheProposal)
     MaxValueConstraint atMost(bound);
     EXPECT_EQ(atLeast.constrain(L"4"), L"10");
     EXPECT_EQ(atLeast.constrain(L"12"), L"12");
+    EXPECT_EQ(atLeast.constrain(L"9.5"), L"10");
+    EXPECT_EQ(atLeast.constrain(L"10"), L"10");
     EXPECT_EQ(atMost.constrain(L"12"), L"10");
     EXPECT_EQ(atMost.constrain(L"9.5"), L"9.5");
+    EXPECT_EQ(atMost.constrain(L"10.5"), L"10");
     bound->setValue(-3);
     EXPECT_EQ(atLeast.constrain(L"-4"), L"-3");
     // Unreadable text counts as 0 against the bound.
