@@ -88,8 +88,6 @@ TEST(ParamsState, GetNumParamsWantsARootWithExactlyOneChild)
 {
     EXPECT_EQ(UIBuilder::getNumParams(JSON::parse(std::string_view(R"({"p": [{}, {}, {"type": "bool"}]})"))), 3);
     EXPECT_EQ(UIBuilder::getNumParams(JSON::parse(std::string_view(R"({"p": [{}, {}], "q": []})"))), 0);
-    EXPECT_EQ(UIBuilder::getNumParams(JSON::parse(std::string_view(R"({"p": [], "note": "x"})"))), 0);
-    EXPECT_EQ(UIBuilder::getNumParams(JSON::parse(std::string_view(R"({"n": 1})"))), 0);
     EXPECT_EQ(UIBuilder::getNumParams(nullptr), 0);
 
     // Rows are still read from the first child when there are two.
@@ -181,13 +179,6 @@ TEST(ParamsNotification, CopiesAndMovesReportToTheirOwnListeners)
     EXPECT_EQ(a->getNumValueChangeHandlers(), 1u);
     a->setValue(2);
     EXPECT_EQ(heard.messages.size(), 3u) << "the moved-to Params kept the broadcaster";
-
-    UIBuilder::Params assigned;
-    assigned = moved;
-    EXPECT_EQ(a->getNumValueChangeHandlers(), 2u);
-    assigned = UIBuilder::Params();
-    EXPECT_EQ(a->getNumValueChangeHandlers(), 1u);
-    EXPECT_TRUE(assigned.empty());
 }
 
 TEST(ParamsActions, ListenersHearOneMessageAfterTheActionAndOnlyIfItSaysSo)
@@ -228,33 +219,4 @@ TEST(ParamsActions, ListenersHearOneMessageAfterTheActionAndOnlyIfItSaysSo)
     EXPECT_EQ(a->getValue(), 5);
     EXPECT_TRUE(heard.messages.empty());
     EXPECT_TRUE(params->modificationsEnabled());
-
-    // A message without an action does nothing.
-    params->handleActionParam(NotifyMsg("reset"));
-    params->handleActionParam(NotifyMsg("reset", a));
-    EXPECT_TRUE(heard.messages.empty());
-}
-
-TEST(ParamsActions, ActionStartedInsideAnotherStaysBatched)
-{
-    const auto a = intParam("a", 0);
-    Heard heard;
-    UIBuilder::Params* self = nullptr;
-    const auto inner = Cv::make<GenericParam::ActionParam>(L"", "inner", ResId(), [&](const UIBuilder::ParamList&) {
-        a->setValue(a->getValue() + 1);
-        return true;
-    });
-    const auto outer = Cv::make<GenericParam::ActionParam>(L"", "outer", ResId(), [&](const UIBuilder::ParamList&) {
-        self->handleActionParam(NotifyMsg("inner", inner));
-        a->setValue(a->getValue() + 1);
-        return true;
-    });
-    const auto params = Cv::make<UIBuilder::Params>(UIBuilder::ParamList{a, inner, outer},
-                                                    UIBuilder::Params::WidgetMap{},
-                                                    UIBuilder::Params::PostConditions{});
-    self = params.get();
-    params->addListener(heard.listener());
-    params->handleActionParam(NotifyMsg("outer", outer));
-    EXPECT_EQ(a->getValue(), 2);
-    EXPECT_EQ(heard.messages, (std::vector<std::string>{"outer"}));
 }
