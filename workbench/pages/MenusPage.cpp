@@ -124,7 +124,7 @@ void showLiveStates(Glob* page)
             StylePainter::drawTooltip(p, box, pal, tooltipText);
         },
         static_cast<uint16_t>(w), static_cast<uint16_t>(h), page->getPalette()));
-    tip->setPos(row.right() + 8, row.bottom() - h - 4);
+    tip->setPos(row.right() + 8, row.bottom() + (row.height() - h) / 2);
     screen->addTopLevel(tip);
 }
 
