@@ -579,7 +579,8 @@ Cv::Ptr<Element> parseFile(const LightweightString<wchar_t>& path)
     if (path.empty())
         return nullptr;
     const LightweightString<char> utf8Path = toUTF8(path.view());
-    const int fd = ::open(utf8Path.c_str(), O_RDONLY | O_CLOEXEC);
+    // Non-blocking, so that a named pipe put where a document was expected cannot stall the caller.
+    const int fd = ::open(utf8Path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (fd < 0)
         return nullptr;
     struct stat info {};

@@ -11,6 +11,7 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
@@ -265,6 +266,13 @@ TEST(JsonParseFile, ReadsFilesAndAnswersNullForWhatItCannotRead)
     EXPECT_FALSE(JSON::parseFile(L""));
     EXPECT_FALSE(JSON::parseFile(fromUTF8((file.string() + ".missing"))));
     EXPECT_FALSE(JSON::parseFile(fromUTF8(fs::temp_directory_path().string())));
+
+    // A named pipe with no writer would block a plain open for ever.
+    const fs::path pipe = scratchFile("pipe.json");
+    fs::remove(pipe);
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_FALSE(JSON::parseFile(fromUTF8(pipe.string())));
+    fs::remove(pipe);
 
     // Too large: refused from its size alone (the file is sparse, nothing is read).
     fs::resize_file(file, JSON::kMaxFileBytes + 1);
