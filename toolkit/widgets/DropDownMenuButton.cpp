@@ -315,13 +315,17 @@ MenuGlob* DropDownMenuButton::getOpenMenu() const
 
 void DropDownMenuButton::closeMenu()
 {
-    if (Glob* open = m_openMenu.get())
+    if (Glob* open = m_openMenu.get()) {
+        menuClosed();
         Glob::destroy(open);
-    menuClosed();
+    }
 }
 
 void DropDownMenuButton::menuClosed()
 {
+    // Only a menu that was open hands the keyboard back: replacing the entries must not move the focus.
+    if (!m_openMenu.alive())
+        return;
     m_openMenu = GlobWatch();
     if (isDown())
         setDown(false);

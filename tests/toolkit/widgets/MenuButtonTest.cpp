@@ -110,7 +110,11 @@ TEST_F(DropDown, SelectionByPositionAndByLabel)
     EXPECT_TRUE(button->getDisplayedText().empty());
     EXPECT_EQ(ui.owner().count(), 0u);
 
+    // Replacing the entries from code leaves the keyboard where it was.
+    auto* other = ui.make<DropDownMenuButton>(DropDownMenuButton::InitArgs(formatItems()), Glob::BottomLeft(300, 400));
+    ASSERT_TRUE(ui.focus(other));
     button->setStrings(std::vector<UIString>{L"One", L"Two"}, MenuItemIndex(L"Two"));
+    EXPECT_TRUE(other->hasFocus());
     EXPECT_EQ(button->getSelectedItem(), 1);
     EXPECT_EQ(button->numEntries(), 2u);
     button->setStrings(std::vector<MenuItem>{}, MenuItemIndex(0));
