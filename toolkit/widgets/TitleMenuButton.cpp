@@ -60,14 +60,28 @@ TitleMenuButton::InitArgs::InitArgs(const GlobCreationInfo& info) : GlobCreation
 TitleMenuButton::TitleMenuButton(const InitArgs& args)
     : Glob(args), m_title(args.title), m_titleWidth(args.titleWidth)
 {
+    const std::vector<MenuItem> items = itemsFromLabels(args.items);
+    layOut(items, args.width, args.height);
+    build(items, MenuItemIndex(0));
+}
+
+TitleMenuButton::TitleMenuButton(UIString title, std::vector<UIString> items, const Palette& palette, uint16_t width,
+                                 uint16_t height, uint16_t buttonHeight, Canvas* canvas, bool showSelected)
+    : Glob(width, height, palette, canvas), m_title(std::move(title)), m_buttonHeight(buttonHeight)
+{
+    const std::vector<MenuItem> menuItems = itemsFromLabels(items);
+    layOut(menuItems, width, height);
+    build(menuItems, MenuItemIndex(0));
+    m_button->useSelectedForButtonDisplay(showSelected);
+}
+
+void TitleMenuButton::layOut(const std::vector<MenuItem>& items, uint16_t width, uint16_t height)
+{
     if (m_titleWidth == 0)
         m_titleWidth = static_cast<uint16_t>(std::min(titleTextWidth(m_title), 65535));
-    const std::vector<MenuItem> items = itemsFromLabels(args.items);
-    const int height = args.height ? args.height : UifStd::getButtonHeight();
-    const int width =
-        args.width ? args.width : m_titleWidth + DropDownMenuButton::calcWidth(items, UifStd::getDefaultFont());
-    resize(width, height);
-    build(items, MenuItemIndex(0));
+    const int h = height ? height : std::max<int>(m_buttonHeight, UifStd::getButtonHeight());
+    const int w = width ? width : m_titleWidth + DropDownMenuButton::calcWidth(items, UifStd::getDefaultFont());
+    resize(w, h);
 }
 
 TitleMenuButton::TitleMenuButton(uint16_t width, uint16_t height, const Palette& palette, Canvas* canvas)
@@ -79,7 +93,8 @@ TitleMenuButton::TitleMenuButton(uint16_t width, uint16_t height, const Palette&
 // A copy is a new widget: it gets a drop-down of its own with the original's menu and selection.
 TitleMenuButton::TitleMenuButton(const TitleMenuButton& other)
     : EventHandler(other), Cv::InternalRefCount(other), iVirtual(other), iObject(other), Glob(other),
-      TabOrderableHost(other), ValWidget<int>(other), m_title(other.m_title), m_titleWidth(other.m_titleWidth)
+      TabOrderableHost(other), ValWidget<int>(other), m_title(other.m_title), m_titleWidth(other.m_titleWidth),
+      m_buttonHeight(other.m_buttonHeight)
 {
     build(other.m_button->getItems(), MenuItemIndex(other.getSelectedItem()));
     m_button->useSelectedForButtonDisplay(other.m_button->usesSelectedForButtonDisplay());
@@ -97,6 +112,7 @@ TitleMenuButton& TitleMenuButton::operator=(const TitleMenuButton& other)
         Glob::operator=(other);
         m_title = other.m_title;
         m_titleWidth = other.m_titleWidth;
+        m_buttonHeight = other.m_buttonHeight;
         *m_button = *other.m_button;
         reshape();
         redraw();
@@ -118,18 +134,17 @@ LightweightString<char> TitleMenuButton::idstring() const
 
 void TitleMenuButton::build(const std::vector<MenuItem>& items, MenuItemIndex selection)
 {
-    const int buttonWidth = std::max(1, getWidth() - m_titleWidth);
     m_button = addWidget<DropDownMenuButton>(
-        DropDownMenuButton::InitArgs(items, std::move(selection), static_cast<uint16_t>(buttonWidth), getHeight(),
-                                     getPalette()),
-        Glob::BottomLeft(m_titleWidth, 0));
+        DropDownMenuButton::InitArgs(items, std::move(selection), 1, 1, getPalette()), Glob::BottomLeft(0, 0));
+    reshape();
 }
 
 void TitleMenuButton::reshape()
 {
     if (m_button) {
-        m_button->resize(std::max(1, getWidth() - m_titleWidth), getHeight());
-        m_button->setPos(m_titleWidth, 0);
+        const int h = m_buttonHeight && m_buttonHeight < getHeight() ? m_buttonHeight : getHeight();
+        m_button->resize(std::max(1, getWidth() - m_titleWidth), std::max(1, h));
+        m_button->setPos(m_titleWidth, (getHeight() - h) / 2);
     }
     Glob::reshape();
 }

@@ -36,6 +36,11 @@ public:
 
     explicit TitleMenuButton(const InitArgs& args);
     TitleMenuButton(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
+    // Width and height of the whole (0: fitted, and the standard button height), a drop-down buttonHeight high
+    // centred in it, the title fitted on the left; `showSelected` is the drop-down's
+    // useSelectedForButtonDisplay.
+    TitleMenuButton(UIString title, std::vector<UIString> items, const Palette& palette, uint16_t width,
+                    uint16_t height, uint16_t buttonHeight, Canvas* canvas, bool showSelected);
     TitleMenuButton(const TitleMenuButton& other);
     TitleMenuButton(TitleMenuButton&& other);
     TitleMenuButton& operator=(const TitleMenuButton& other);
@@ -65,8 +70,11 @@ protected:
 
 private:
     void build(const std::vector<MenuItem>& items, MenuItemIndex selection);
+    void layOut(const std::vector<MenuItem>& items, uint16_t width, uint16_t height);
 
     UIString m_title;
     DropDownMenuButton* m_button = nullptr;
     uint16_t m_titleWidth = 0;
+    // 0: as high as the widget.
+    uint16_t m_buttonHeight = 0;
 };

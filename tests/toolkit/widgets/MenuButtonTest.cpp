@@ -222,3 +222,17 @@ TEST(TitleMenu, FixedSizesAreKeptAndACopyHasItsOwnButton)
     copy.setSelectedItem(MenuItemIndex(0));
     EXPECT_EQ(titled->getSelectedItem(), 1);
 }
+
+TEST(TitleMenu, ATallRowCentresAButtonOfItsOwnHeight)
+{
+    UiHarness ui;
+    TitleMenuButton titled(UIString(L"Rate"), {L"24", L"25"}, Palette(), 200, 40, 20, nullptr, false);
+    DropDownMenuButton* btn = titled.getBtn();
+    EXPECT_EQ(titled.getHeight(), 40);
+    EXPECT_EQ(btn->getHeight(), 20);
+    EXPECT_EQ(btn->getY(), 10);
+    EXPECT_EQ(btn->getX() + btn->getWidth(), 200);
+    EXPECT_FALSE(btn->usesSelectedForButtonDisplay());
+    titled.resize(260, 40);
+    EXPECT_EQ(btn->getX() + btn->getWidth(), 260);
+}
