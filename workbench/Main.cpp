@@ -1,5 +1,5 @@
-// tessel-workbench: the host program. It loads the component library the way the editor does (dlopen, so the
-// library's static initialisers register its commands), and shows the gallery of components and the panels
+// tessel-workbench: the host program. It links the component library the way the editor does (loading it runs
+// the library's static initialisers, which register its commands), and shows the gallery of components and the panels
 // of the registered commands, in a window or rendered to PNG files.
 //
 //   tessel-workbench                       a window with the gallery (needs a display)
@@ -21,7 +21,6 @@
 #include "workbench/Gallery.h"
 #include "workbench/GalleryWidgets.h"
 
-#include <dlfcn.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -95,26 +94,6 @@ bool parse(int argc, char** argv, Options& options)
         }
     }
     return true;
-}
-
-// Loads the component library as the editor does. Linking alone would not do: a linker that drops unused
-// libraries would leave its registrations unrun.
-void loadComponentLibrary()
-{
-    std::vector<std::string> candidates;
-    std::error_code ec;
-    const std::filesystem::path exe = std::filesystem::read_symlink("/proc/self/exe", ec);
-    if (!ec)
-        candidates.push_back((exe.parent_path().parent_path() / "lib" / TESSELPLUS_LIBRARY_NAME).string());
-    candidates.push_back(TESSELPLUS_LIBRARY_NAME);
-    std::string errors;
-    for (const std::string& path : candidates) {
-        if (dlopen(path.c_str(), RTLD_NOW | RTLD_GLOBAL))
-            return;
-        if (const char* why = dlerror())
-            errors += std::string("\n  ") + why;
-    }
-    std::fprintf(stderr, "tessel-workbench: could not load the component library; no commands:%s\n", errors.c_str());
 }
 
 std::vector<LightweightString<char>> commandNames()
@@ -344,7 +323,6 @@ int main(int argc, char** argv)
         return 2;
     }
     setMainThread();
-    loadComponentLibrary();
 
     if (options.list) {
         for (const LightweightString<char>& name : commandNames())
