@@ -16,6 +16,7 @@
 #include "toolkit/support/UIString.h"
 
 #include <functional>
+#include <concepts>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -107,8 +108,13 @@ private:
 // that matches no entry selects nothing new; a position past the end selects nothing.
 class MenuItemIndex {
 public:
-    MenuItemIndex(int position) : m_position(position) {}
-    MenuItemIndex(uint16_t position) : m_position(position) {}
+    // Any integer type, so that an index kept as size_t or u16 needs no cast; what no menu can reach (negative
+    // or beyond 16 bits) selects nothing.
+    template <std::integral T>
+    MenuItemIndex(T position)
+        : m_position(std::cmp_less(position, 0) || std::cmp_greater(position, 0xFFFF) ? -1 : static_cast<int>(position))
+    {
+    }
     MenuItemIndex(LightweightString<wchar_t> label) : m_label(std::move(label)), m_byLabel(true) {}
     MenuItemIndex(const wchar_t* label) : MenuItemIndex(LightweightString<wchar_t>(label ? label : L"")) {}
     MenuItemIndex(const UIString& label) : MenuItemIndex(label.getString()) {}

@@ -104,6 +104,10 @@ TEST_F(DropDown, SelectionByPositionAndByLabel)
     button->setSelectedItem(MenuItemIndex(L"Nothing like it"));
     EXPECT_EQ(button->getSelectedItem(), 1);
     // Past the end selects nothing, and says so.
+    EXPECT_TRUE(button->setSelectedItem(MenuItemIndex(size_t(2))));
+    EXPECT_FALSE(button->setSelectedItem(MenuItemIndex(size_t(1) << 33)));
+    EXPECT_EQ(button->getSelectedItem(), -1);
+    button->setSelectedItem(MenuItemIndex(0));
     EXPECT_FALSE(button->setSelectedItem(MenuItemIndex(uint16_t(3))));
     EXPECT_EQ(button->getSelectedItem(), -1);
     EXPECT_TRUE(button->getSelectedItemNameW().empty());
