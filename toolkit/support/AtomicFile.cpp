@@ -1,8 +1,10 @@
 #include "toolkit/support/AtomicFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
+#include <fstream>
 #include <sys/stat.h>
 #include <string>
 #include <unistd.h>
@@ -36,6 +38,18 @@ bool writeFileAtomically(const std::string& utf8Path, std::string_view bytes)
     if (!ok)
         ::unlink(name.data());
     return ok;
+}
+
+std::string readFilePrefix(const std::string& utf8Path, size_t maxBytes)
+{
+    std::string bytes;
+    std::ifstream in(utf8Path, std::ios::binary);
+    char chunk[65536];
+    while (in && bytes.size() < maxBytes) {
+        in.read(chunk, static_cast<std::streamsize>(std::min(sizeof chunk, maxBytes - bytes.size())));
+        bytes.append(chunk, static_cast<size_t>(in.gcount()));
+    }
+    return bytes;
 }
 
 } // namespace Cv

@@ -7,7 +7,6 @@
 #include <cctype>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <optional>
 #include <pwd.h>
 #include <unistd.h>
@@ -178,15 +177,7 @@ void Preferences::loadLocked()
     m_values.clear();
     if (m_path.empty())
         return;
-    std::ifstream in(m_path, std::ios::binary);
-    if (!in)
-        return;
-    std::string bytes;
-    char chunk[65536];
-    while (in && static_cast<std::streamsize>(bytes.size()) < maxFileBytes) {
-        in.read(chunk, std::min<std::streamsize>(sizeof chunk, maxFileBytes - static_cast<std::streamsize>(bytes.size())));
-        bytes.append(chunk, static_cast<size_t>(in.gcount()));
-    }
+    const std::string bytes = Cv::readFilePrefix(m_path, static_cast<size_t>(maxFileBytes));
     m_values = parse(bytes);
 }
 

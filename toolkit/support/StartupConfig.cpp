@@ -1,11 +1,11 @@
 #include "toolkit/support/StartupConfig.h"
 
+#include "toolkit/support/AtomicFile.h"
 #include "toolkit/support/Preferences.h"
 #include "toolkit/support/StringConversions.h"
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 
 namespace {
@@ -76,17 +76,7 @@ void StartupConfig::load()
     m_values.clear();
     if (m_path.empty())
         return;
-    std::ifstream in(m_path, std::ios::binary);
-    if (!in)
-        return;
-    std::string bytes;
-    char chunk[4096];
-    while (in && bytes.size() < maxFileBytes) {
-        in.read(chunk, sizeof chunk);
-        bytes.append(chunk, static_cast<size_t>(in.gcount()));
-    }
-    if (bytes.size() > maxFileBytes)
-        bytes.resize(maxFileBytes);
+    const std::string bytes = Cv::readFilePrefix(m_path, static_cast<size_t>(maxFileBytes));
     m_values = parse(bytes);
 }
 
