@@ -115,7 +115,8 @@ void ChangeBroadcaster::handleValueChange(const LightweightString<wchar_t>&)
 
 void attachConditions(const EntryConditions& entry, const UIBuilder::ParamList& params,
                       const std::map<LightweightString<char>, Glob*>& widgets,
-                      std::vector<Cv::Ptr<UIBuilder::iPostCondition>>& postConditions)
+                      std::vector<Cv::Ptr<UIBuilder::iPostCondition>>& postConditions,
+                      std::vector<Cv::Ptr<BoundConstraint>>* bounds)
 {
     const auto rowIt = widgets.find(entry.name);
     if (rowIt == widgets.end())
@@ -136,12 +137,17 @@ void attachConditions(const EntryConditions& entry, const UIBuilder::ParamList& 
     const Cv::Ptr<GenericParam::iParam> own = UIBuilder::findParam(params, entry.name);
     if (!own)
         return;
+    const auto addBound = [&](Cv::Ptr<BoundConstraint> bound) {
+        own->addValueConstraint(bound);
+        if (bounds)
+            bounds->push_back(std::move(bound));
+    };
     if (!entry.lowerBound.empty()) {
         if (Cv::Ptr<GenericParam::iParam> other = UIBuilder::findParam(params, entry.lowerBound))
-            own->addValueConstraint(Cv::make<MinValueConstraint>(std::move(other)));
+            addBound(Cv::make<MinValueConstraint>(std::move(other)));
     }
     if (!entry.upperBound.empty()) {
         if (Cv::Ptr<GenericParam::iParam> other = UIBuilder::findParam(params, entry.upperBound))
-            own->addValueConstraint(Cv::make<MaxValueConstraint>(std::move(other)));
+            addBound(Cv::make<MaxValueConstraint>(std::move(other)));
     }
 }

@@ -61,6 +61,10 @@ private:
 class BoundConstraint : public GenericParam::iValueConstraint {
 public:
     const Cv::Ptr<GenericParam::iParam>& getOther() const { return m_other; }
+    // Lets go of the other parameter, after which every value passes. Two parameters that bound each other
+    // hold each other through their constraints, so the panel's builder releases its bounds when the panel
+    // goes.
+    void release() { m_other = nullptr; }
 
 protected:
     explicit BoundConstraint(Cv::Ptr<GenericParam::iParam> other);
@@ -111,7 +115,9 @@ struct EntryConditions {
 
 // Ties one entry's conditions to the built parameters, once every row exists. Nothing happens for an entry
 // whose name has no row. "active if" conditions are appended to `postConditions`; a "visible if" or a bound
-// that names an unknown parameter is dropped, leaving the row visible or the value unbounded.
+// that names an unknown parameter is dropped, leaving the row visible or the value unbounded. The bounds made
+// are appended to `bounds` when it is given, so that they can be released later.
 void attachConditions(const EntryConditions& entry, const UIBuilder::ParamList& params,
                       const std::map<LightweightString<char>, Glob*>& widgets,
-                      std::vector<Cv::Ptr<UIBuilder::iPostCondition>>& postConditions);
+                      std::vector<Cv::Ptr<UIBuilder::iPostCondition>>& postConditions,
+                      std::vector<Cv::Ptr<BoundConstraint>>* bounds = nullptr);

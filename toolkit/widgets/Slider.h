@@ -72,6 +72,7 @@ public:
     // The key step; 0 (the default) means a hundredth of the range.
     void setStep(double step) { m_step = step > 0.0 ? step : 0.0; }
     void setColour(const Colour& colour);
+    const Colour& getColour() const { return m_colour; }
 
     // ---- Geometry, in the slider's own coordinates
     // The x range the thumb's centre travels along.

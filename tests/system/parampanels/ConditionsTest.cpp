@@ -2,6 +2,8 @@
 // "visible if", and correcting a value by a bound held by another parameter.
 #include "ParamPanelTestSupport.h"
 
+#include "parampanels/Conditions.h"
+
 #include "toolkit/support/params/NumericParams.h"
 
 #include <gtest/gtest.h>

@@ -1,13 +1,11 @@
 #pragma once
-// Reads a description the way the panel builder does, but with a plain text label as every row: enough to
-// exercise the parameter model and its conditions on real widgets without the row layout.
+// Builds a described panel on the harness, and reads and sets its parameters by name.
 
-#include "parampanels/Conditions.h"
-#include "parampanels/DescriptionReader.h"
+#include "parampanels/UIBuilder.h"
 #include "parampanels/UIBuilderParams.h"
 #include "toolkit/support/JSON.h"
 #include "toolkit/testing/UiHarness.h"
-#include "toolkit/widgets/TextLabel.h"
+#include "toolkit/ui/StandardPanel.h"
 
 #include <gtest/gtest.h>
 
@@ -21,30 +19,8 @@ inline Cv::Ptr<UIBuilder::Params> buildRows(UiHarness& ui, std::string_view json
 {
     const Cv::Ptr<JSON::Element> root = JSON::parse(json);
     EXPECT_TRUE(root) << "test description does not parse";
-    const Cv::Ptr<JSON::Element> entries = root ? root->getChild(size_t(0)) : nullptr;
-    UIBuilder::ParamList params;
-    UIBuilder::Params::WidgetMap widgets;
-    UIBuilder::Params::PostConditions conditions;
-    if (!entries)
-        return Cv::make<UIBuilder::Params>(params, widgets, conditions);
-
-    int y = 0;
-    for (size_t i = 0; i < entries->getNumChildren(); ++i) {
-        const Cv::Ptr<GenericParam::iParam> param = DescriptionReader::readParam(entries->getChild(i));
-        if (!param)
-            continue;
-        Glob* row = ui.make<TextLabel>(TextLabel::InitArgs(param->getLegend(), 200, 20), Glob::BottomLeft(0, y));
-        y += 24;
-        widgets[param->getName()] = row;
-        params.push_back(param);
-    }
-    for (size_t i = 0; i < entries->getNumChildren(); ++i)
-        attachConditions(DescriptionReader::readConditions(entries->getChild(i)), params, widgets, conditions);
-
-    Cv::Ptr<UIBuilder::Params> built = Cv::make<UIBuilder::Params>(params, widgets, conditions);
-    for (const auto& param : params)
-        param->announce();
-    return built;
+    auto* panel = ui.make<StandardPanel>(StandardPanel::InitArgs(L"Test", 400, 700));
+    return UIBuilder::buildFromJSON(root, panel);
 }
 
 inline Glob* row(const Cv::Ptr<UIBuilder::Params>& params, const char* name)
