@@ -6,48 +6,14 @@
 
 #include <filesystem>
 #include <fstream>
-#include <map>
 #include <string>
 #include <vector>
 
-namespace {
+#include <unistd.h>
 
 using Values = StartupSettings::Values;
 
-// A reader answering from a table, as a configuration with those lines would.
-StartupSettings::Reader readerOf(std::map<std::string, int> table)
-{
-    return [table = std::move(table)](std::string_view key, int def) {
-        const auto it = table.find(std::string(key));
-        return it == table.end() ? def : it->second;
-    };
-}
-
-// Points the process's start-up configuration at a file of the given lines, and back at the real one after.
-class StartupFile {
-public:
-    explicit StartupFile(const std::string& lines)
-        : m_path(std::filesystem::temp_directory_path() / ("frame-startup-" + std::to_string(::getpid()) + ".conf"))
-    {
-        std::ofstream(m_path) << lines;
-        StartupConfig::instance().setFile(m_path.string());
-    }
-    ~StartupFile()
-    {
-        StartupConfig::instance().setFile(StartupConfig::defaultPath());
-        std::error_code ignored;
-        std::filesystem::remove(m_path, ignored);
-    }
-    StartupFile(const StartupFile&) = delete;
-    StartupFile& operator=(const StartupFile&) = delete;
-
-private:
-    std::filesystem::path m_path;
-};
-
-} // namespace
-
-TEST(StartupSettingsConversion, ReadsEachKeyOnceInTableOrderWithItsDefault)
+TEST(StartupSettings, ReadsEachKeyOnceInTableOrderWithItsDefault)
 {
     std::vector<std::pair<std::string, int>> asked;
     const Values values = StartupSettings::fromConfig([&](std::string_view key, int def) {
@@ -55,81 +21,62 @@ TEST(StartupSettingsConversion, ReadsEachKeyOnceInTableOrderWithItsDefault)
         return def;
     });
     const std::vector<std::pair<std::string, int>> expected {
-        { "colour_wheel_reflect_luma", 0 },
-        { "showExperimental", 0 },
-        { "celstrip_grab_size", 6 },
-        { "action_params_on_menu", 0 },
+        { "colour_wheel_reflect_luma", 0 }, { "showExperimental", 0 }, { "celstrip_grab_size", 6 }, { "action_params_on_menu", 0 }
     };
     EXPECT_EQ(asked, expected);
-    // Defaults convert to: no reflection, experimental formats hidden, a six-pixel grab zone, no menu.
     EXPECT_EQ(values, (Values { 0, false, 6, false }));
     EXPECT_EQ(StartupSettings::fromConfig(nullptr), values);
 }
 
-TEST(StartupSettingsConversion, ExperimentalFormatsNeedExactlyOne)
+TEST(StartupSettings, ExperimentalNeedsExactlyOneWhileActionMenusTakeAnyNonZero)
 {
-    for (const auto& [stored, on] : std::vector<std::pair<int, bool>> { { 0, false }, { 1, true }, { 2, false }, { -1, false } }) {
-        EXPECT_EQ(StartupSettings::fromConfig(readerOf({ { "showExperimental", stored } })).showExperimental, on)
-            << "showExperimental = " << stored;
+    struct Case {
+        int stored;
+        bool experimental;
+        bool onMenu;
+    };
+    for (const Case c : { Case { 0, false, false }, Case { 1, true, true }, Case { 2, false, true }, Case { -1, false, true } }) {
+        const Values values = StartupSettings::fromConfig([&](std::string_view key, int def) {
+            return key == "showExperimental" || key == "action_params_on_menu" ? c.stored : def;
+        });
+        EXPECT_EQ(values.showExperimental, c.experimental) << "stored " << c.stored;
+        EXPECT_EQ(values.actionParamsOnMenu, c.onMenu) << "stored " << c.stored;
+        EXPECT_EQ(values.celstripGrabSize, 6) << "another key's value leaked";
     }
 }
 
-TEST(StartupSettingsConversion, ActionParametersGoOnTheMenuForAnyNonZero)
-{
-    for (const auto& [stored, on] : std::vector<std::pair<int, bool>> { { 0, false }, { 1, true }, { 2, true }, { -3, true } }) {
-        EXPECT_EQ(StartupSettings::fromConfig(readerOf({ { "action_params_on_menu", stored } })).actionParamsOnMenu, on)
-            << "action_params_on_menu = " << stored;
-    }
-}
-
-TEST(StartupSettingsConversion, IntegersAreKeptAsGivenAndKeysDoNotLeakIntoEachOther)
-{
-    const Values values = StartupSettings::fromConfig(readerOf({ { "colour_wheel_reflect_luma", 3 }, { "celstrip_grab_size", 11 } }));
-    EXPECT_EQ(values, (Values { 3, false, 11, false }));
-}
-
-TEST(StartupSettingsFile, AStartupFileIsReadThroughTheConfiguration)
-{
-    const StartupFile file("# a hand-written file\n"
-                           "showExperimental = 2\n"
-                           "action_params_on_menu = 2\n"
-                           "celstrip_grab_size = 9   # wider grab zone\n"
-                           "colour_wheel_reflect_luma = one\n");
-    const Values values = StartupSettings::fromConfig(config_int);
-    EXPECT_FALSE(values.showExperimental);
-    EXPECT_TRUE(values.actionParamsOnMenu);
-    EXPECT_EQ(values.celstripGrabSize, 9);
-    // A mistyped value falls back to its default instead of half-applying.
-    EXPECT_EQ(values.colourWheelReflectLuma, 0);
-}
-
-TEST(StartupSettingsFile, ARunningProcessKeepsTheValuesItLoadedWith)
+TEST(StartupSettings, AStartupFileIsReadThroughTheConfigurationButNotByTheRunningProcess)
 {
     const Values loaded = StartupSettings::current();
-    const StartupFile file("showExperimental = " + std::string(loaded.showExperimental ? "0" : "1") + "\n" +
-                           "celstrip_grab_size = " + std::to_string(loaded.celstripGrabSize + 5) + "\n");
-    EXPECT_NE(StartupSettings::fromConfig(config_int), loaded) << "the test file should change the settings";
+    const std::filesystem::path path =
+        std::filesystem::temp_directory_path() / ("frame-startup-" + std::to_string(::getpid()) + ".conf");
+    std::ofstream(path) << "showExperimental = 2\n"
+                           "action_params_on_menu = 2\n"
+                           "celstrip_grab_size = " << loaded.celstripGrabSize + 3 << "  # wider\n"
+                           "colour_wheel_reflect_luma = one\n";
+    StartupConfig::instance().setFile(path.string());
+    const Values values = StartupSettings::fromConfig(config_int);
+    StartupConfig::instance().setFile(StartupConfig::defaultPath());
+    std::filesystem::remove(path);
+
+    EXPECT_FALSE(values.showExperimental);
+    EXPECT_TRUE(values.actionParamsOnMenu);
+    EXPECT_EQ(values.celstripGrabSize, loaded.celstripGrabSize + 3);
+    // A mistyped value falls back to its default instead of half-applying.
+    EXPECT_EQ(values.colourWheelReflectLuma, 0);
+    // What the process loaded with stays until the next start.
     EXPECT_EQ(StartupSettings::current(), loaded);
-    EXPECT_EQ(StartupSettings::celstripGrabSize(), loaded.celstripGrabSize);
 }
 
-TEST(StartupSettingsOverride, AnOverrideAnswersThePreviousValuesAndAppliesUntilPutBack)
+TEST(StartupSettings, OverridesAnswerThePreviousValuesAndScopedOnesRestoreThemWhenNested)
 {
     const Values loaded = StartupSettings::current();
     Values changed = loaded;
-    changed.actionParamsOnMenu = !loaded.actionParamsOnMenu;
     changed.celstripGrabSize = loaded.celstripGrabSize + 1;
-
     EXPECT_EQ(StartupSettings::overrideForTesting(changed), loaded);
-    EXPECT_EQ(StartupSettings::actionParamsOnMenu(), changed.actionParamsOnMenu);
     EXPECT_EQ(StartupSettings::celstripGrabSize(), changed.celstripGrabSize);
     EXPECT_EQ(StartupSettings::overrideForTesting(loaded), changed);
-    EXPECT_EQ(StartupSettings::current(), loaded);
-}
 
-TEST(StartupSettingsOverride, AScopedOverrideRestoresEvenWhenNested)
-{
-    const Values loaded = StartupSettings::current();
     {
         const StartupSettings::ScopedOverride menu(Values { 0, false, 6, true });
         EXPECT_TRUE(StartupSettings::actionParamsOnMenu());

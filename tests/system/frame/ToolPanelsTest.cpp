@@ -7,53 +7,37 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 namespace {
-
-constexpr int screenWidth = 800;
-constexpr int screenHeight = 600;
 
 StandardPanel* newPanel(int width, int height)
 {
-    return new StandardPanel(StandardPanel::InitArgs(UIString(L"Tool"), static_cast<uint16_t>(width),
-                                                     static_cast<uint16_t>(height)));
-}
-
-bool isTopLevel(UiHarness& ui, const Glob* panel)
-{
-    const auto& tops = ui.screen().getTopLevels();
-    return std::find(tops.begin(), tops.end(), panel) != tops.end();
+    return new StandardPanel(StandardPanel::InitArgs(UIString(L"Tool"), static_cast<uint16_t>(width), static_cast<uint16_t>(height)));
 }
 
 } // namespace
 
 class OpenToolPanel : public ::testing::Test {
 protected:
-    UiHarness ui { screenWidth, screenHeight };
+    UiHarness ui { 800, 600 };
     const int margin = UifStd::getWindowArrangement().screenMargin;
-    const GlobBox safeArea = GlobBox(margin, margin, screenWidth - margin, screenHeight - margin);
+    const GlobBox safeArea = GlobBox(margin, margin, 800 - margin, 600 - margin);
 };
 
-TEST_F(OpenToolPanel, ACentredPanelIsShownInTheMiddleOfTheScreen)
+TEST_F(OpenToolPanel, CentredOrBottomLeftPanelsAreShownAndPainted)
 {
-    StandardPanel* panel = newPanel(200, 100);
-    ASSERT_EQ(openToolPanel(panel, ToolPlacement::Centred), panel);
-    EXPECT_TRUE(isTopLevel(ui, panel));
-    EXPECT_TRUE(panel->isShowing());
-    EXPECT_EQ(panel->getScreenPos(), XY<int>(300, 250));
+    StandardPanel* centred = newPanel(200, 100);
+    ASSERT_EQ(openToolPanel(centred, ToolPlacement::Centred), centred);
+    EXPECT_EQ(ui.screen().getTopLevels().back(), centred);
+    EXPECT_EQ(centred->getScreenPos(), XY<int>(300, 250));
     EXPECT_TRUE(Drawable::redrawsEnabled());
-    // Painted where it lies, once redraws are back on: beside the close button only the title bar shows.
-    const GlobBox close = panel->getStandardWidgetBox(StandardPanel::CloseButton);
-    EXPECT_TRUE(ui.pixelAt(panel, { close.left() - 4, panel->getTitleBarBox().bottom() + 3 })
-                    .isCloseTo(panel->getPalette().titleBar(), 0.02));
-}
+    // Painted where it lies: beside the close button only the title bar shows.
+    const GlobBox close = centred->getStandardWidgetBox(StandardPanel::CloseButton);
+    EXPECT_TRUE(ui.pixelAt(centred, { close.left() - 4, centred->getTitleBarBox().bottom() + 3 })
+                    .isCloseTo(centred->getPalette().titleBar(), 0.02));
 
-TEST_F(OpenToolPanel, ABottomLeftPanelSitsInTheCornerInsideTheScreenMargin)
-{
-    StandardPanel* panel = newPanel(200, 100);
-    ASSERT_EQ(openToolPanel(panel, ToolPlacement::BottomLeft), panel);
-    EXPECT_EQ(panel->getScreenPos(), XY<int>(margin, margin));
+    StandardPanel* cornered = newPanel(200, 100);
+    ASSERT_EQ(openToolPanel(cornered, ToolPlacement::BottomLeft), cornered);
+    EXPECT_EQ(cornered->getScreenPos(), XY<int>(margin, margin));
 }
 
 TEST_F(OpenToolPanel, APanelLargerThanTheScreenKeepsItsTopLeftVisible)
@@ -61,30 +45,27 @@ TEST_F(OpenToolPanel, APanelLargerThanTheScreenKeepsItsTopLeftVisible)
     for (ToolPlacement placement : { ToolPlacement::Centred, ToolPlacement::BottomLeft, ToolPlacement::AtPointer }) {
         StandardPanel* panel = newPanel(1200, 900);
         ASSERT_EQ(openToolPanel(panel, placement), panel);
-        const GlobBox box = panel->getScreenBox();
-        EXPECT_EQ(box.left(), safeArea.left()) << static_cast<int>(placement);
-        EXPECT_EQ(box.top(), safeArea.top()) << static_cast<int>(placement);
+        EXPECT_EQ(panel->getScreenBox().left(), safeArea.left()) << static_cast<int>(placement);
+        EXPECT_EQ(panel->getScreenBox().top(), safeArea.top()) << static_cast<int>(placement);
         Glob::destroy(panel);
     }
 }
 
-TEST_F(OpenToolPanel, APanelAtThePointerNearAnEdgeIsMovedWhollyOnScreen)
+TEST_F(OpenToolPanel, APanelAtThePointerIsCentredOnItButKeptWhollyOnScreen)
 {
-    ui.screen().mouseMove({ screenWidth - 5, 5 });
-    StandardPanel* panel = newPanel(300, 200);
-    ASSERT_EQ(openToolPanel(panel, ToolPlacement::AtPointer), panel);
-    const GlobBox box = panel->getScreenBox();
-    EXPECT_EQ(box.right(), safeArea.right());
-    EXPECT_EQ(box.bottom(), safeArea.bottom());
-
-    // Away from the edges the panel is centred on the pointer.
     ui.screen().mouseMove({ 400, 300 });
-    StandardPanel* second = newPanel(300, 200);
-    ASSERT_EQ(openToolPanel(second, ToolPlacement::AtPointer), second);
-    EXPECT_EQ(second->getScreenPos(), XY<int>(250, 200));
+    StandardPanel* centred = newPanel(300, 200);
+    ASSERT_EQ(openToolPanel(centred, ToolPlacement::AtPointer), centred);
+    EXPECT_EQ(centred->getScreenPos(), XY<int>(250, 200));
+
+    ui.screen().mouseMove({ 795, 5 });
+    StandardPanel* nearEdge = newPanel(300, 200);
+    ASSERT_EQ(openToolPanel(nearEdge, ToolPlacement::AtPointer), nearEdge);
+    EXPECT_EQ(nearEdge->getScreenBox().right(), safeArea.right());
+    EXPECT_EQ(nearEdge->getScreenBox().bottom(), safeArea.bottom());
 }
 
-TEST_F(OpenToolPanel, RefusesAPanelThatAlreadyHasAParentAndLeavesItThere)
+TEST_F(OpenToolPanel, RefusesNullAndAPanelThatAlreadyHasAParent)
 {
     auto* child = ui.make<StandardPanel>(StandardPanel::InitArgs(UIString(), 100, 50), Glob::BottomLeft(10, 10));
     EXPECT_EQ(openToolPanel(child, ToolPlacement::Centred), nullptr);
