@@ -11,6 +11,7 @@
 #include "toolkit/support/JSON.h"
 #include "toolkit/support/ValAdaptor.h"
 #include "toolkit/support/params/ActionParam.h"
+#include "toolkit/support/params/NumericParams.h"
 #include "toolkit/ui/Drawable.h"
 #include "toolkit/ui/MenuGlob.h"
 #include "toolkit/ui/StandardPanel.h"
@@ -31,6 +32,8 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <optional>
+#include <utility>
 
 namespace {
 
@@ -344,32 +347,32 @@ void UIBuilder::makeChoiceWidget(const Cv::Ptr<GenericParam::iParam>& param)
     enterRow(button, param);
 }
 
+namespace {
+
+// The range a numeric row shows: only one that applies.
+template <typename T> std::optional<std::pair<double, double>> rangeOf(const GenericParam::RangedParam<T>& param)
+{
+    if (!param.isRangeEnabled())
+        return std::nullopt;
+    return std::pair<double, double>(param.getMinValue(), param.getMaxValue());
+}
+
+} // namespace
+
 void UIBuilder::makeIntWidget(const Cv::Ptr<GenericParam::iParam>& param)
 {
-    const auto number = param.dynamicCast<GenericParam::IntParam>();
-    if (!number)
-        return;
-    const double minimum = number->getMinValue();
-    const double maximum = number->getMaxValue();
-    const bool ranged = number->isRangeEnabled();
-    makeNumericWidget(param, number->getDefaultValue(), ranged ? &minimum : nullptr, ranged ? &maximum : nullptr,
-                      true);
+    if (const auto number = param.dynamicCast<GenericParam::IntParam>())
+        makeNumericWidget(param, number->getDefaultValue(), rangeOf(*number), true);
 }
 
 void UIBuilder::makeFloatWidget(const Cv::Ptr<GenericParam::iParam>& param)
 {
-    const auto number = param.dynamicCast<GenericParam::DoubleParam>();
-    if (!number)
-        return;
-    const double minimum = number->getMinValue();
-    const double maximum = number->getMaxValue();
-    const bool ranged = number->isRangeEnabled();
-    makeNumericWidget(param, number->getDefaultValue(), ranged ? &minimum : nullptr, ranged ? &maximum : nullptr,
-                      false);
+    if (const auto number = param.dynamicCast<GenericParam::DoubleParam>())
+        makeNumericWidget(param, number->getDefaultValue(), rangeOf(*number), false);
 }
 
 void UIBuilder::makeNumericWidget(const Cv::Ptr<GenericParam::iParam>& param, double defaultValue,
-                                  const double* minimum, const double* maximum, bool integral)
+                                  std::optional<std::pair<double, double>> range, bool integral)
 {
     const Palette& palette = m_panel->getPalette();
     const HostPanel::InitArgs args(UIString(param->getLegend()), m_legendWidth, palette.subheadingText(),
@@ -377,12 +380,12 @@ void UIBuilder::makeNumericWidget(const Cv::Ptr<GenericParam::iParam>& param, do
     auto* host = addRow<HostPanel>(args);
     Slider* slider = host->getSlider();
     NumericTextBox* box = host->getNumberBox();
-    if (minimum && maximum) {
-        slider->setValueRange(*minimum, *maximum);
+    if (range) {
+        slider->setValueRange(range->first, range->second);
         if (integral)
-            box->setValueRange(static_cast<int>(*minimum), static_cast<int>(*maximum));
+            box->setValueRange(static_cast<int>(range->first), static_cast<int>(range->second));
         else
-            box->setValueRange(*minimum, *maximum);
+            box->setValueRange(range->first, range->second);
     } else if (integral) {
         box->setDecimals(0);
     }

@@ -33,6 +33,8 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
+#include <utility>
 #include <vector>
 
 namespace JSON {
@@ -108,7 +110,7 @@ private:
     void makeLabelWidget(const Cv::Ptr<GenericParam::iParam>& param);
     void makeActionWidget(const Cv::Ptr<GenericParam::iParam>& param);
     void makeNumericWidget(const Cv::Ptr<GenericParam::iParam>& param, double defaultValue,
-                           const double* minimum, const double* maximum, bool integral);
+                           std::optional<std::pair<double, double>> range, bool integral);
 
     // The parent of the rows: the scrolling area when the panel scrolls, else the panel.
     Glob* rowParent() const;
