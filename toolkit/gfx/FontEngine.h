@@ -69,13 +69,14 @@ struct WrapScratch {
     std::vector<int64_t> logWidth;
     std::vector<int64_t> prefix;
     std::vector<uint8_t> cutsComplexWord;
-    // The fast wrapper's word-break positions and lines.
-    struct Candidate {
-        int64_t prefix;     // shaper width of everything before the position
-        uint32_t position;
-        int32_t kernBefore; // kerning between the characters either side, not part of a line ending here
+    // The fast wrapper's widths, words holding a ligature, and lines.
+    std::vector<int64_t> fastPrefix; // shaper width of everything before each position
+    struct ComplexSpan {
+        uint32_t begin;      // first character of the word
+        uint32_t end;        // one past its last
+        int64_t widestInner; // the prefix at the widest point inside the word, as the general wrapper shares it
     };
-    std::vector<Candidate> candidates;
+    std::vector<ComplexSpan> complexWords;
     std::vector<uint32_t> complexPairs;
     std::vector<std::pair<uint32_t, uint32_t>> lines;
 };
@@ -116,6 +117,9 @@ public:
                  std::vector<uint32_t>* newlines = nullptr) const;
     static bool isLatinRun(const uint16_t* slots, size_t count);
     int32_t advance(uint16_t slot) const { return m_advance[slot]; }
+    const int32_t* advances() const { return m_advance.data(); }
+    // False when some character of the tables moves the pen backwards (no sane font has one).
+    bool advancesNonNegative() const { return m_advancesNonNegative; }
     // Kerning between two neighbours, or kKernComplex.
     int kern(bool latin, uint16_t first, uint16_t second)
     {
@@ -129,6 +133,9 @@ public:
     // rather than 32), so that more of it stays in the first-level cache.
     const int16_t* asciiKern(bool latin) const { return m_asciiKern[latin].data(); }
     static constexpr int asciiPair(int first, int second) { return (first - 32) * 96 + (second - 32); }
+    // The kerning row of a first character outside printable ASCII pairs, or null before any of its pairs was
+    // met; entries are as in asciiKern.
+    const int16_t* kernRow(bool latin, uint16_t first) const { return m_kernRows[latin][first].get(); }
     // The exact width of the slots as the shaper lays them out, with a hyphen after them if asked.
     int64_t shapeWidth(const uint16_t* slots, size_t count, bool latin, bool withHyphen);
     // A word that holds a complex pair, shaped whole and remembered: its width, and each character's share
@@ -201,6 +208,7 @@ private:
     std::array<bool, 128> m_asciiUsable{};
     std::array<bool, 128> m_asciiLatin{};
     bool m_printableAsciiUsable = false;
+    bool m_advancesNonNegative = true;
     const CharInfo* m_info = nullptr; // charInfo's table, at hand for the inner loops
     // [latin][asciiPair(first, second)] for printable ASCII pairs; rows per first slot for the rest.
     std::array<std::vector<int16_t>, 2> m_asciiKern;

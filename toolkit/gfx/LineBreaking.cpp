@@ -109,6 +109,56 @@ bool LineBreakScanner::decideWithLookAhead(uint8_t left, uint8_t right, uint8_t 
                     static_cast<NumberState>(numberState), static_cast<BC>(afterRight));
 }
 
+LineBreakScanner LineBreakScanner::resumeAt(const uint16_t* slots, size_t at)
+{
+    const CharInfo* info = &FontEngine::charInfo(0);
+    const auto classOf = [&](size_t i) { return static_cast<uint8_t>(info[slots[i]].breakClass); };
+    constexpr uint8_t sp = static_cast<uint8_t>(BC::SP);
+    uint8_t beforeSpaces = classOf(0);
+    for (size_t i = at - 1; i > 0; --i) {
+        if (classOf(i) != sp) {
+            beforeSpaces = classOf(i);
+            break;
+        }
+    }
+    // Separators and closing brackets carry the state on; any other class sets it outright. From the paragraph's
+    // first character the state starts as the constructor starts it.
+    size_t settled = at - 1;
+    while (settled > 0 && ((kNumberRoles >> (2 * classOf(settled))) & 3) >= 2)
+        --settled;
+    uint8_t number = advanceNumberState(0, classOf(settled));
+    for (size_t i = settled + 1; i < at; ++i)
+        number = advanceNumberState(number, classOf(i));
+    return LineBreakScanner(beforeSpaces, number);
+}
+
+bool LineBreakScanner::wordBreaksMayShowHyphen()
+{
+    static const bool possible = [] {
+        bool letter[kClasses] = {};
+        bool wordPart[kClasses] = {};
+        for (int slot = 0; slot < FontEngine::kTableSize; ++slot) {
+            const CharInfo& info = FontEngine::charInfo(slot);
+            if (!(info.flags & charWrapSimple))
+                continue;
+            const int cls = static_cast<int>(info.breakClass);
+            letter[cls] |= (info.flags & charLatinLetter) != 0;
+            wordPart[cls] |= (info.flags & charWordPart) != 0;
+        }
+        const Tables& t = tables();
+        for (int n = 0; n < kNumberStates; ++n) {
+            for (int a = 0; a < kClasses; ++a) {
+                for (int b = 0; b < kClasses; ++b) {
+                    if (letter[a] && wordPart[b] && t.pair[(n * kClasses + a) * kClasses + b] != 0)
+                        return true;
+                }
+            }
+        }
+        return false;
+    }();
+    return possible;
+}
+
 bool computeBreakFlags(const uint16_t* slots, size_t count, std::vector<uint8_t>& flags,
                        std::vector<uint32_t>* wordBreaks)
 {

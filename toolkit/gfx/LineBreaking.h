@@ -65,6 +65,16 @@ public:
     {
     }
 
+    // A scanner ready for the position before character `at` (0 < at < count) of a paragraph of table slots,
+    // as if it had stepped over everything before. Its context comes from a short look back: the class before
+    // the last spaces, and the digit-run state, which the last letter or digit settles whatever came before.
+    static LineBreakScanner resumeAt(const uint16_t* slots, size_t at);
+
+    // Whether, among the characters the scanner knows, a word-break position can ever lie between a Latin
+    // letter and a letter or digit (where it would show a hyphen). The rules allow none; a wrapper that relies
+    // on that asks here.
+    static bool wordBreaksMayShowHyphen();
+
     // Flags (breakLine, breakHyphen) of the position between `prev` and `here`, then moves past `here`.
     // `afterHere` is the class of the character after `here`, or Other at the end.
     uint8_t step(const CharInfo& prev, const CharInfo& here, BreakClass afterHere);
@@ -77,6 +87,11 @@ private:
     {
         const uint32_t role = (kNumberRoles >> (2 * cls)) & 3;
         return static_cast<uint8_t>((kNumberTransitions >> (role * 6 + state * 2)) & 3);
+    }
+
+    LineBreakScanner(uint8_t beforeSpaces, uint8_t numberState)
+        : m_tables(tables()), m_beforeSpaces(beforeSpaces), m_number(numberState)
+    {
     }
 
     const Tables& m_tables;

@@ -201,62 +201,53 @@ private:
     std::vector<uint8_t>& m_cutsComplexWord;
 };
 
-// The common case in one pass over the paragraph, keeping only the word-break positions: every line breaks at a
-// word break, and no word that the font joins into a ligature has a break inside it. It follows exactly the
-// steps of ParagraphWrapper restricted to that case, and answers false (having emitted nothing) as soon as the
-// paragraph needs more: a word wider than the line, or a break inside a ligature word.
+// The common case, exactly as ParagraphWrapper decides it, without classifying most of the text.
+//
+// Widths are summed over the whole paragraph first, a tight loop over table look-ups. Break positions are then
+// classified only in a small window per line: from the last space before the edge of the width to the first
+// character past it. That is enough because
+//
+//   - with widths that only grow along the text, no position after the first character past the edge fits, and
+//     a position that does not fit only matters when none does;
+//   - every earlier position fits too, so none stops the search for a later one, and the last one that fits
+//     wins over all of them.
+//
+// When the window holds no fitting position, the line is searched from its start as ParagraphWrapper does.
+// The answer is false (nothing emitted) whenever the general wrapper must decide: a word wider than the line,
+// a considered break inside a word the font joins into a ligature, a character outside the scanner's classes,
+// or a ligature next to a space.
 class FastParagraphWrapper {
 public:
-    using Candidate = Pictor::WrapScratch::Candidate;
-
     FastParagraphWrapper(FontEngine& engine, Pictor::WrapScratch& scratch)
         : m_engine(engine), m_scratch(scratch), m_info(&FontEngine::charInfo(0)),
-          m_safeDistance(int64_t(engine.approximateCharWidth()) * 3)
+          m_safeDistance(int64_t(engine.approximateCharWidth()) * 3),
+          m_hyphensPossible(Pictor::LineBreakScanner::wordBreaksMayShowHyphen())
     {
     }
 
     template <typename Emit>
     bool run(const uint16_t* slots, size_t count, int64_t width, Emit&& emit)
     {
-        if (count < 2 || !scan(slots, count))
+        if (count < 2 || !measure(slots, count))
             return false;
-        const Candidate* candidates = m_scratch.candidates.data();
+        m_slots = slots;
+        m_count = count;
+        m_width = width;
+        const int64_t* prefix = m_scratch.fastPrefix.data();
         // Lines are collected first, so that nothing is emitted when the general wrapper has to take over.
         auto& lines = m_scratch.lines;
         lines.clear();
-        size_t cursor = 0;
-        uint32_t start = 0;
-        int64_t startPrefix = 0;
+        size_t start = 0;
         while (true) {
-            if (count - start == 1 || m_total - startPrefix - m_trailingSpace <= width) {
-                lines.push_back({start, static_cast<uint32_t>(count)});
+            if (count - start == 1 || prefix[count] - prefix[start] - m_trailingSpace <= width) {
+                lines.emplace_back(static_cast<uint32_t>(start), static_cast<uint32_t>(count));
                 break;
             }
-            while (candidates[cursor].position <= start)
-                ++cursor;
-            const Candidate* best = nullptr;
-            int64_t bestWidth = 0;
-            for (size_t i = cursor; i < m_candidateCount; ++i) {
-                const Candidate& c = candidates[i];
-                const int64_t logical = c.prefix - startPrefix;
-                const bool atEnd = c.position == count;
-                // One space before the break does not count against the line.
-                const int64_t space = !atEnd && (m_info[slots[c.position - 1]].flags & Pictor::charWhite)
-                    ? m_engine.advance(slots[c.position - 1]) + c.kernBefore
-                    : 0;
-                if (best && best->position < count && std::min(logical - space, logical) > width + m_safeDistance)
-                    break;
-                const int64_t w = atEnd ? logical : logical - c.kernBefore - space;
-                if (!best || w <= width || w < bestWidth) {
-                    best = &c;
-                    bestWidth = w;
-                }
-            }
-            if (bestWidth > width)
-                return false; // needs breaking between characters
-            lines.push_back({start, best->position});
-            start = best->position;
-            startPrefix = best->prefix;
+            const size_t end = lineEnd(start);
+            if (end == kGeneral)
+                return false;
+            lines.emplace_back(static_cast<uint32_t>(start), static_cast<uint32_t>(end));
+            start = end;
             if (start >= count)
                 break;
         }
@@ -266,102 +257,262 @@ public:
     }
 
 private:
-    // Gathers the word breaks with their prefix widths. False when a ligature word holds a break, a break would
-    // show a hyphen, or a character is outside the scanner's classes.
-    bool scan(const uint16_t* slots, size_t count)
+    static constexpr size_t kGeneral = 0;                 // the general wrapper must decide
+    static constexpr size_t kWholeLine = ~size_t(0);     // the window did not settle it: search the whole line
+
+    bool white(size_t i) const { return (m_info[m_slots[i]].flags & Pictor::charWhite) != 0; }
+
+    // Sums advances and kerning into fastPrefix[0..count], folds in the shaped width of each word holding a
+    // ligature, and decides whether widths only grow along the text (needed for the windows).
+    bool measure(const uint16_t* slots, size_t count)
     {
-        // Everything the loop touches is held in locals (stores through byte-sized pointers would otherwise
-        // force members to be reloaded at every character), and it has no branch that depends on the text
-        // except the rare ones: a pair met for the first time, a ligature, a look-ahead rule.
-        FontEngine& engine = m_engine;
-        const Pictor::CharInfo* info = m_info;
-        const bool latin = FontEngine::isLatinRun(slots, count);
-        const int16_t* asciiKern = engine.asciiKern(latin);
-        if (m_scratch.candidates.size() < count + 1)
-            m_scratch.candidates.resize(count + 1);
-        Candidate* out = m_scratch.candidates.data();
+        m_latin = FontEngine::isLatinRun(slots, count);
+        auto& prefixes = m_scratch.fastPrefix;
+        if (prefixes.size() < count + 1)
+            prefixes.resize(count + 1);
         m_scratch.complexPairs.clear();
-        size_t n = 0;
-        uint8_t badBreak = 0;
-        const Pictor::CharInfo* prev = &info[slots[0]];
-        const Pictor::CharInfo* here = &info[slots[1]];
-        uint8_t allFlags = prev->flags;
-        Pictor::LineBreakScanner scanner(static_cast<uint8_t>(prev->breakClass));
-        int64_t prefix = 0;
-        for (size_t p = 1; p < count; ++p) {
-            // The next character is fetched one step ahead, for the one rule that looks past a pair; slot 0
-            // (never a table character) stands for the end.
-            const Pictor::CharInfo* next = &info[p + 1 < count ? slots[p + 1] : 0];
-            const uint16_t a = slots[p - 1];
-            const uint16_t b = slots[p];
-            allFlags &= here->flags;
-            int k = (a | b) < 128 ? asciiKern[FontEngine::asciiPair(a, b)] : FontEngine::kKernUnknown;
-            if (k <= FontEngine::kKernComplex) {
-                k = engine.kern(latin, a, b);
-                if (k == FontEngine::kKernComplex) {
-                    m_scratch.complexPairs.push_back(static_cast<uint32_t>(p));
-                    k = 0;
-                }
-            }
-            prefix += engine.advance(a) + k;
-            const uint8_t f = scanner.step(*prev, *here, next->breakClass);
-            out[n] = {prefix, static_cast<uint32_t>(p), k};
-            n += f & Pictor::breakLine;
-            badBreak |= f & (f >> 1); // a break that would show a hyphen
-            prev = here;
-            here = next;
-        }
-        if (!(allFlags & Pictor::charWrapSimple) || badBreak)
+        uint8_t allFlags = 0;
+        const int32_t steps = sumWidths(slots, count, allFlags);
+        if (!(allFlags & Pictor::charWrapSimple))
             return false;
-        prefix += engine.advance(slots[count - 1]);
-        out[n++] = {prefix, static_cast<uint32_t>(count), 0};
-        m_candidateCount = n;
-        m_total = prefix;
-        m_trailingSpace = (prev->flags & Pictor::charWhite) ? engine.advance(slots[count - 1]) : 0;
-        return m_scratch.complexPairs.empty() || foldComplexWords(slots, count, latin);
+        const uint16_t last = slots[count - 1];
+        m_trailingSpace = (m_info[last].flags & Pictor::charWhite) ? m_engine.advance(last) : 0;
+        m_windows = steps >= 0 && m_engine.advancesNonNegative() && !m_hyphensPossible;
+        m_scratch.complexWords.clear();
+        return m_scratch.complexPairs.empty() || foldComplexWords(slots, count, m_latin);
+    }
+
+    // The prefix sums and the flags all characters share; answers a value that is negative when some advance
+    // plus kerning is. Only pairs with a character beyond ASCII look at the characters' flags: printable ASCII
+    // is all known to the scanner.
+    int32_t sumWidths(const uint16_t* slots, size_t count, uint8_t& allFlags)
+    {
+        static const bool asciiSimple = [] {
+            uint8_t flags = 0xFF;
+            for (int c = 0x20; c < 0x7F; ++c)
+                flags &= FontEngine::charInfo(c).flags;
+            return (flags & Pictor::charWrapSimple) != 0;
+        }();
+        // Locals only: stores into the prefix array would otherwise make the compiler reload members.
+        const int32_t* advances = m_engine.advances();
+        const int16_t* asciiKern = m_engine.asciiKern(m_latin);
+        const Pictor::CharInfo* info = m_info;
+        int64_t* out = m_scratch.fastPrefix.data();
+        int64_t prefix = 0;
+        uint8_t flags = asciiSimple ? 0xFF : 0;
+        int32_t steps = 0;
+        uint16_t a = slots[0];
+        for (size_t i = 1; i < count; ++i) {
+            const uint16_t b = slots[i];
+            out[i - 1] = prefix;
+            int k;
+            if ((a | b) < 128) {
+                k = asciiKern[FontEngine::asciiPair(a, b)];
+            } else {
+                flags &= info[a].flags & info[b].flags;
+                const int16_t* row = m_engine.kernRow(m_latin, a);
+                k = row ? row[b] : FontEngine::kKernUnknown;
+            }
+            if (k <= FontEngine::kKernComplex) [[unlikely]]
+                k = unusualPair(a, b, i);
+            const int32_t step = advances[a] + k;
+            steps |= step;
+            prefix += step;
+            a = b;
+        }
+        out[count - 1] = prefix;
+        out[count] = prefix + advances[a];
+        if (!asciiSimple) {
+            flags = 0xFF;
+            for (size_t i = 0; i < count; ++i)
+                flags &= info[slots[i]].flags;
+        }
+        allFlags = flags;
+        return steps;
+    }
+
+    // A pair not measured yet, or one the font joins (noted, and counted as no kerning): out of the loop.
+    [[gnu::noinline]] int unusualPair(uint16_t a, uint16_t b, size_t position)
+    {
+        const int k = m_engine.kern(m_latin, a, b);
+        if (k != FontEngine::kKernComplex)
+            return k;
+        m_scratch.complexPairs.push_back(static_cast<uint32_t>(position));
+        return 0;
     }
 
     // Each word holding a ligature takes its shaped width: the difference moves every later position.
     bool foldComplexWords(const uint16_t* slots, size_t count, bool latin)
     {
-        const auto white = [&](size_t i) { return (m_info[slots[i]].flags & Pictor::charWhite) != 0; };
-        Candidate* candidates = m_scratch.candidates.data();
+        const auto isWhite = [&](size_t i) { return (m_info[slots[i]].flags & Pictor::charWhite) != 0; };
+        int64_t* prefix = m_scratch.fastPrefix.data();
         size_t wordEnd = 0;
         for (const uint32_t pair : m_scratch.complexPairs) {
             if (pair < wordEnd)
                 continue; // same word as the previous pair
+            if (isWhite(pair - 1) || isWhite(pair))
+                return false; // not inside a word: the shaper measures such a line as a whole
             size_t wordStart = pair - 1;
-            while (wordStart > 0 && !white(wordStart - 1))
+            while (wordStart > 0 && !isWhite(wordStart - 1))
                 --wordStart;
             wordEnd = pair;
-            while (wordEnd < count && !white(wordEnd))
+            while (wordEnd < count && !isWhite(wordEnd))
                 ++wordEnd;
-            int64_t plain = 0;
-            for (size_t i = wordStart; i < wordEnd; ++i) {
-                plain += m_engine.advance(slots[i]);
-                if (i + 1 < wordEnd) {
-                    const int k = m_engine.kern(latin, slots[i], slots[i + 1]);
-                    plain += k == FontEngine::kKernComplex ? 0 : k;
-                }
+            const auto& word = m_engine.complexWord(slots + wordStart, wordEnd - wordStart, latin);
+            const int64_t plain = prefix[wordEnd - 1] + m_engine.advance(slots[wordEnd - 1]) - prefix[wordStart];
+            // The general wrapper gives the characters of the word their shares of its width; the windows need
+            // those never to be negative, and the widest point inside the word.
+            int64_t inner = 0;
+            int64_t widest = 0;
+            for (size_t i = 0; i + 1 < word.logicalWidths.size(); ++i) {
+                m_windows &= word.logicalWidths[i] >= 0;
+                inner += word.logicalWidths[i];
+                widest = std::max(widest, inner);
             }
-            const int64_t delta = m_engine.complexWord(slots + wordStart, wordEnd - wordStart, latin).width - plain;
-            for (size_t i = 0; i < m_candidateCount; ++i) {
-                if (candidates[i].position > wordStart && candidates[i].position < wordEnd)
-                    return false;
-                if (candidates[i].position >= wordEnd)
-                    candidates[i].prefix += delta;
-            }
-            m_total += delta;
+            const int64_t delta = word.width - plain;
+            for (size_t i = wordEnd; i <= count; ++i)
+                prefix[i] += delta;
+            m_windows &= prefix[wordEnd] >= prefix[wordEnd - 1];
+            m_scratch.complexWords.push_back({static_cast<uint32_t>(wordStart), static_cast<uint32_t>(wordEnd),
+                                              prefix[wordStart] + widest});
         }
         return true;
+    }
+
+    bool insideComplexWord(size_t position) const
+    {
+        for (const auto& word : m_scratch.complexWords) {
+            if (position > word.begin && position < word.end)
+                return true;
+        }
+        return false;
+    }
+
+    // Where the line starting at `start` ends, or kGeneral.
+    size_t lineEnd(size_t start)
+    {
+        if (!m_windows)
+            return searchLine(start, start + 1, m_count);
+        const int64_t* prefix = m_scratch.fastPrefix.data();
+        const int64_t limit = prefix[start] + m_width;
+        // The first character reaching past the edge; the rest of the line does not fit, so there is one.
+        size_t edge = start + 1;
+        while (prefix[edge] <= limit)
+            ++edge;
+        const size_t windowEnd = extendOverComplexWords(start, edge);
+        size_t lastWhite = edge - 1;
+        while (lastWhite > start && !white(lastWhite))
+            --lastWhite;
+        if (lastWhite == start) // no space on the line: the window starts with it
+            return searchLine(start, start + 1, windowEnd);
+        const size_t from = lastWhite + 1;
+        if (skippedComplexWordsMayStop(start, from))
+            return searchLine(start, start + 1, m_count);
+        const size_t end = searchLine(start, from, windowEnd);
+        if (end != kWholeLine)
+            return end;
+        return searchLine(start, start + 1, m_count);
+    }
+
+
+    // The general wrapper measures positions inside a ligature word by shaping, so any such position it might
+    // consider beyond the edge must be looked at: the window reaches over every ligature word that begins
+    // before the search certainly stops.
+    size_t extendOverComplexWords(size_t start, size_t edge) const
+    {
+        if (m_scratch.complexWords.empty())
+            return edge;
+        const int64_t* prefix = m_scratch.fastPrefix.data();
+        const int64_t stop = prefix[start] + m_width + m_safeDistance;
+        size_t guard = edge + 1;
+        while (guard <= m_count && prefix[guard - 1] <= stop)
+            ++guard;
+        size_t end = edge;
+        for (const auto& word : m_scratch.complexWords) {
+            if (word.begin + 1 < guard && word.end - 1 > end)
+                end = word.end - 1;
+        }
+        return end;
+    }
+
+    // Positions skipped before a window fit, so none of them stops the search; inside a ligature word the
+    // general wrapper's widths differ, so there it is checked.
+    bool skippedComplexWordsMayStop(size_t start, size_t from) const
+    {
+        const int64_t stop = m_scratch.fastPrefix[start] + m_width + m_safeDistance;
+        for (const auto& word : m_scratch.complexWords) {
+            if (word.begin + 1 < from && word.end > start + 1 && word.widestInner > stop)
+                return true;
+        }
+        return false;
+    }
+
+    // Tries the break positions from `from` to `to` in order, as ParagraphWrapper::findBreak does from the
+    // line's start; kWholeLine when positions were skipped and this window cannot settle the line.
+    size_t searchLine(size_t start, size_t from, size_t to)
+    {
+        const bool skipped = from > start + 1;
+        const int64_t* prefix = m_scratch.fastPrefix.data();
+        const uint16_t* slots = m_slots;
+        const Pictor::CharInfo* info = m_info;
+        const size_t count = m_count;
+        const int64_t base = prefix[start];
+        const int64_t width = m_width;
+        Pictor::LineBreakScanner scanner = Pictor::LineBreakScanner::resumeAt(slots, from);
+        size_t best = 0;
+        int64_t bestWidth = 0;
+        bool haveBest = false;
+        for (size_t p = from; p <= to; ++p) {
+            uint8_t flags = Pictor::breakLine;
+            if (p < count) {
+                const Pictor::BreakClass after = p + 1 < count ? info[slots[p + 1]].breakClass : Pictor::BreakClass::Other;
+                flags = scanner.step(info[slots[p - 1]], info[slots[p]], after);
+                if (!(flags & Pictor::breakLine))
+                    continue;
+            }
+            if ((flags & Pictor::breakHyphen) || insideComplexWord(p))
+                return kGeneral;
+            const bool atEnd = p == count;
+            const int64_t logical = prefix[p] - base;
+            int kernBefore = 0;
+            if (!atEnd) {
+                kernBefore = m_engine.kern(m_latin, slots[p - 1], slots[p]);
+                if (kernBefore == FontEngine::kKernComplex)
+                    kernBefore = 0;
+            }
+            // One space before the break does not count against the line.
+            const int64_t space = !atEnd && (info[slots[p - 1]].flags & Pictor::charWhite)
+                ? m_engine.advance(slots[p - 1]) + kernBefore
+                : 0;
+            if (std::min(logical - space, logical) > width + m_safeDistance) {
+                if (haveBest)
+                    break;
+                if (skipped)
+                    return kWholeLine; // an earlier position would have been kept before this one
+            }
+            const int64_t w = atEnd ? logical : logical - kernBefore - space;
+            if (!haveBest || w <= width || w < bestWidth) {
+                best = p;
+                bestWidth = w;
+                haveBest = true;
+            }
+        }
+        if (!haveBest || bestWidth > width)
+            return skipped ? kWholeLine : kGeneral; // from the line's start: it needs breaking between characters
+        return best;
     }
 
     FontEngine& m_engine;
     Pictor::WrapScratch& m_scratch;
     const Pictor::CharInfo* m_info;
     int64_t m_safeDistance;
-    size_t m_candidateCount = 0;
-    int64_t m_total = 0;
+    bool m_hyphensPossible;
+    // The paragraph being wrapped.
+    const uint16_t* m_slots = nullptr;
+    size_t m_count = 0;
+    int64_t m_width = 0;
+    bool m_latin = false;
+    bool m_windows = false; // widths only grow along the text, so the windows apply
     int64_t m_trailingSpace = 0;
 };
 

@@ -3,6 +3,7 @@
 #include "toolkit/gfx/FontEngine.h"
 #include "toolkit/gfx/LineBreaking.h"
 #include "toolkit/gfx/WordWrappingTextRenderer.h"
+#include "toolkit/support/LightweightString.h"
 
 #include <gtest/gtest.h>
 
@@ -146,6 +147,49 @@ TEST(WordWrap, EdgeCases)
     EXPECT_GE(WordWrappingTextRenderer::calcNumDisplayLines(std::wstring_view(odd), *font, 5.0), 1);
 }
 
+// The wrapper classifies break positions only near the edge of each line, so every way a line can end near the
+// edge is tried: widths in half-pixel steps over texts whose breaks are unusual just there.
+TEST(WordWrap, EveryWidthNearTheEdgeAgreesWithTheShaper)
+{
+    const char* const texts[] = {
+        "after a space ( no break before a bracket's content ( nor ) here ! and ? there",
+        "spaces at    the boundary     wrap   trailing  ",
+        "figures 1,000.50 and (12)% and -3.5 and $100 stay whole across 2024-06-11 00:01:02",
+        "office effect shuffle fluffier affine waffle: ligature words at every position",
+        "file/office off-flow fi-fi x-ray ff/ffl self-effacing words with breaks inside ligatures",
+        // So many ligatures that the shaped word is narrower than its text without its last letter.
+        "a fififififififififi/fififi-fififi/fi b fiflfiflfiflfifl-fiflfifl",
+        "café naïve Ærø Łódź résumé façade déjà vu Crème brûlée à la carte",
+        "100\u00a0km and 5\u00a0%: glue keeps them together\u2002en\u2002spaces\u2003em",
+        "Pneumonoultramicroscopicsilicovolcanoconiosis is longer than any line here",
+        "short\nlines\n\nwith\nnewlines at the end\n",
+        "Greek Καλημέρα κόσμε among Latin words",
+        "combining e\u0301 marks and a\u0308 letters",
+        "\"Main\" e.g. H.264 MPEG-4 (default) 25fps 1920x1080 12.5%",
+    };
+    for (const auto& desc : {FontDesc(), FontDesc("DejaVu Serif", 15, fontStyleBold)}) {
+        const auto font = loadFont(desc);
+        for (const char* text : texts) {
+            const std::wstring wide = fromUTF8(text).str();
+            for (double width = 4.0; width <= 260.0; width += 0.5) {
+                const auto expected = shaperLines(*font, text, width);
+                const auto lines = WordWrappingTextRenderer::calcLineBreaks(std::string_view(text), *font, width);
+                ASSERT_EQ(lines.size(), expected.size()) << text << " at " << width;
+                for (size_t i = 0; i < lines.size(); ++i) {
+                    ASSERT_EQ(lines[i].end, expected[i].end) << text << " at " << width << " line " << i;
+                    ASSERT_EQ(lines[i].hyphen, expected[i].hyphen) << text << " at " << width << " line " << i;
+                }
+                ASSERT_EQ(WordWrappingTextRenderer::calcNumDisplayLines(std::string_view(text), *font, width),
+                          static_cast<int>(expected.size()))
+                    << text << " at " << width;
+                ASSERT_EQ(WordWrappingTextRenderer::calcNumDisplayLines(std::wstring_view(wide), *font, width),
+                          static_cast<int>(expected.size()))
+                    << text << " at " << width;
+            }
+        }
+    }
+}
+
 TEST(LineBreakRules, AgreeWithTheShaperForEveryCharacterTheyKnow)
 {
     std::vector<uint16_t> known;
@@ -164,6 +208,36 @@ TEST(LineBreakRules, AgreeWithTheShaperForEveryCharacterTheyKnow)
         ASSERT_TRUE(computeBreakFlags(slots.data(), slots.size(), fast));
         ASSERT_TRUE(computeBreakFlagsWithShaper(slots.data(), slots.size(), reference));
         ASSERT_EQ(fast, reference) << "case " << i;
+    }
+}
+
+// A scanner picked up in the middle of a paragraph must classify the rest exactly as one that read it all.
+TEST(LineBreakRules, ResumingMidParagraphMatchesReadingFromTheStart)
+{
+    std::vector<uint16_t> known;
+    for (int slot = 0; slot < FontEngine::kTableSize; ++slot) {
+        if (FontEngine::charInfo(slot).flags & charWrapSimple)
+            known.push_back(static_cast<uint16_t>(slot));
+    }
+    // Digits, separators, brackets and spaces dominate, so that long digit runs and space runs reach back
+    // across the resume point.
+    const std::string ascii = "  0123456789.,:/%$()[]-aZ!?'\"";
+    std::mt19937 rng(5);
+    std::vector<uint8_t> flags;
+    for (int i = 0; i < 5000; ++i) {
+        std::vector<uint16_t> slots(2 + rng() % 20);
+        for (auto& s : slots)
+            s = (rng() % 8) ? static_cast<uint16_t>(ascii[rng() % ascii.size()]) : known[rng() % known.size()];
+        ASSERT_TRUE(computeBreakFlags(slots.data(), slots.size(), flags));
+        const CharInfo* info = &FontEngine::charInfo(0);
+        for (size_t at = 1; at < slots.size(); ++at) {
+            LineBreakScanner scanner = LineBreakScanner::resumeAt(slots.data(), at);
+            for (size_t p = at; p < slots.size(); ++p) {
+                const BreakClass after = p + 1 < slots.size() ? info[slots[p + 1]].breakClass : BreakClass::Other;
+                ASSERT_EQ(scanner.step(info[slots[p - 1]], info[slots[p]], after), flags[p])
+                    << "case " << i << " resumed at " << at << " position " << p;
+            }
+        }
     }
 }
 
