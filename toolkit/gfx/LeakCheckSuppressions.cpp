@@ -1,8 +1,16 @@
 // Builds with the address sanitizer check for leaks at exit. The font system (fontconfig, and the shaper's
 // font map above it) keeps process-wide caches that it never frees, part of them no longer pointed at by the
 // end; those are not ours to fix and would fail every program that draws text. The sanitizer asks for this
-// function by name; it only exists in sanitizer builds.
+// function by name; it only exists in sanitizer builds (GCC and clang say so differently).
 #if defined(__SANITIZE_ADDRESS__)
+#define TESSEL_ADDRESS_SANITIZER 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define TESSEL_ADDRESS_SANITIZER 1
+#endif
+#endif
+
+#if defined(TESSEL_ADDRESS_SANITIZER)
 
 extern "C" const char* __lsan_default_suppressions()
 {
