@@ -289,6 +289,15 @@ FontEngine::FontEngine(const FontDesc& desc) : m_desc(desc), m_info(charTable().
         table.assign(96 * 96, kKernUnknown);
     for (auto& rows : m_kernRows)
         rows.resize(kTableSize);
+    static const std::array<int16_t, kWrapKernColumns> unknownRow = [] {
+        std::array<int16_t, kWrapKernColumns> row;
+        row.fill(kKernUnknown);
+        return row;
+    }();
+    for (auto& rows : m_wrapKernRows)
+        rows.fill(unknownRow.data());
+    for (auto& rows : m_ownWrapKernRows)
+        rows.resize(kTableSize);
 
     if (!m_hbFont)
         return; // no font at all: everything goes through the full shaper, which draws placeholder boxes
@@ -367,6 +376,21 @@ int16_t* FontEngine::slowKernCell(bool latin, uint16_t first, uint16_t second)
         std::fill_n(row.get(), kTableSize, kKernUnknown);
     }
     return &row[second];
+}
+
+int FontEngine::fillWrapKern(bool latin, uint16_t first, uint16_t second)
+{
+    const int k = kern(latin, first, second);
+    if (second < kWrapKernColumns) {
+        std::unique_ptr<int16_t[]>& row = m_ownWrapKernRows[latin][first];
+        if (!row) {
+            row = std::make_unique<int16_t[]>(kWrapKernColumns);
+            std::fill_n(row.get(), kWrapKernColumns, kKernUnknown);
+            m_wrapKernRows[latin][first] = row.get();
+        }
+        row[second] = static_cast<int16_t>(k);
+    }
+    return k;
 }
 
 int16_t FontEngine::measurePair(bool latin, uint16_t first, uint16_t second)
@@ -501,10 +525,18 @@ const FontEngine::ComplexWord& FontEngine::complexWord(const uint16_t* slots, si
 {
     auto& cache = m_wordCache[latin];
     const std::u16string_view key(reinterpret_cast<const char16_t*>(slots), count);
-    if (auto found = cache.find(key); found != cache.end())
+    // The same few words come back line after line: a small table of recent ones answers before the hash map.
+    RecentWord& recent = m_recentWords[latin][recentWordIndex(slots, count)];
+    if (recent.key && *recent.key == key)
+        return *recent.word;
+    if (auto found = cache.find(key); found != cache.end()) {
+        recent = {&found->first, &found->second};
         return found->second;
-    if (cache.size() > 8192)
+    }
+    if (cache.size() > 8192) {
         cache.clear(); // a crude bound: user-interface text repeats few such words
+        m_recentWords[latin] = {};
+    }
 
     ComplexWord word;
     word.logicalWidths.assign(count, 0);
@@ -534,7 +566,20 @@ const FontEngine::ComplexWord& FontEngine::complexWord(const uint16_t* slots, si
             word.width += clusterWidth;
         }
     }
-    return cache.emplace(std::u16string(key), std::move(word)).first->second;
+    const auto added = cache.emplace(std::u16string(key), std::move(word)).first;
+    recent = {&added->first, &added->second};
+    return added->second;
+}
+
+size_t FontEngine::recentWordIndex(const uint16_t* slots, size_t count)
+{
+    if (count == 0)
+        return 0;
+    uint32_t h = static_cast<uint32_t>(count) * 0x9E3779B1u;
+    h ^= slots[0] * 0x85EBCA77u;
+    h ^= slots[count / 2] * 0xC2B2AE3Du;
+    h ^= slots[count - 1] * 0x27D4EB2Fu;
+    return (h >> 16) % kRecentWords;
 }
 
 int64_t FontEngine::hyphenWidth(bool latin, uint16_t last)

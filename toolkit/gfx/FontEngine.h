@@ -75,6 +75,7 @@ struct WrapScratch {
         uint32_t begin;      // first character of the word
         uint32_t end;        // one past its last
         int64_t widestInner; // the prefix at the widest point inside the word, as the general wrapper shares it
+        int64_t delta;       // what shaping the word whole changes in its width
     };
     std::vector<ComplexSpan> complexWords;
     std::vector<uint32_t> complexPairs;
@@ -136,6 +137,13 @@ public:
     // The kerning row of a first character outside printable ASCII pairs, or null before any of its pairs was
     // met; entries are as in asciiKern.
     const int16_t* kernRow(bool latin, uint16_t first) const { return m_kernRows[latin][first].get(); }
+    // Kerning for the wrapper's inner loop, one row per first character, so that Latin text beyond ASCII
+    // needs no second path: wrapKernRows(latin)[first][second] for second < kWrapKernColumns (Latin-1 and
+    // Latin Extended-A), kKernUnknown until fillWrapKern has measured the pair.
+    static constexpr int kWrapKernColumns = 0x180;
+    const int16_t* const* wrapKernRows(bool latin) const { return m_wrapKernRows[latin].data(); }
+    // kern(), remembered in those rows.
+    int fillWrapKern(bool latin, uint16_t first, uint16_t second);
     // The exact width of the slots as the shaper lays them out, with a hyphen after them if asked.
     int64_t shapeWidth(const uint16_t* slots, size_t count, bool latin, bool withHyphen);
     // A word that holds a complex pair, shaped whole and remembered: its width, and each character's share
@@ -213,6 +221,9 @@ private:
     // [latin][asciiPair(first, second)] for printable ASCII pairs; rows per first slot for the rest.
     std::array<std::vector<int16_t>, 2> m_asciiKern;
     std::array<std::vector<std::unique_ptr<int16_t[]>>, 2> m_kernRows;
+    // Rows not yet met point to one shared row of unknowns.
+    std::array<std::array<const int16_t*, kTableSize>, 2> m_wrapKernRows{};
+    std::array<std::vector<std::unique_ptr<int16_t[]>>, 2> m_ownWrapKernRows;
 
     struct WordHash {
         using is_transparent = void;
@@ -223,6 +234,14 @@ private:
         bool operator()(std::u16string_view a, std::u16string_view b) const { return a == b; }
     };
     std::array<std::unordered_map<std::u16string, ComplexWord, WordHash, WordEqual>, 2> m_wordCache;
+    // Entries of m_wordCache met lately, by a cheap hash of the word (the map's nodes stay put until cleared).
+    struct RecentWord {
+        const std::u16string* key = nullptr;
+        const ComplexWord* word = nullptr;
+    };
+    static constexpr size_t kRecentWords = 61;
+    static size_t recentWordIndex(const uint16_t* slots, size_t count);
+    std::array<std::array<RecentWord, kRecentWords>, 2> m_recentWords{};
     std::vector<uint32_t> m_scratchCodepoints;
     std::vector<uint16_t> m_scratchSlots;
     std::vector<uint16_t> m_wordSlots;

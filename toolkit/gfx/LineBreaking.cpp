@@ -111,7 +111,7 @@ bool LineBreakScanner::decideWithLookAhead(uint8_t left, uint8_t right, uint8_t 
 
 LineBreakScanner LineBreakScanner::resumeAt(const uint16_t* slots, size_t at)
 {
-    const CharInfo* info = &FontEngine::charInfo(0);
+    static const CharInfo* const info = &FontEngine::charInfo(0);
     const auto classOf = [&](size_t i) { return static_cast<uint8_t>(info[slots[i]].breakClass); };
     constexpr uint8_t sp = static_cast<uint8_t>(BC::SP);
     uint8_t beforeSpaces = classOf(0);

@@ -279,42 +279,32 @@ private:
         m_trailingSpace = (m_info[last].flags & Pictor::charWhite) ? m_engine.advance(last) : 0;
         m_windows = steps >= 0 && m_engine.advancesNonNegative() && !m_hyphensPossible;
         m_scratch.complexWords.clear();
+        m_wordCursor = 0;
         return m_scratch.complexPairs.empty() || foldComplexWords(slots, count, m_latin);
     }
 
     // The prefix sums and the flags all characters share; answers a value that is negative when some advance
-    // plus kerning is. Only pairs with a character beyond ASCII look at the characters' flags: printable ASCII
-    // is all known to the scanner.
+    // plus kerning is.
     int32_t sumWidths(const uint16_t* slots, size_t count, uint8_t& allFlags)
     {
-        static const bool asciiSimple = [] {
-            uint8_t flags = 0xFF;
-            for (int c = 0x20; c < 0x7F; ++c)
-                flags &= FontEngine::charInfo(c).flags;
-            return (flags & Pictor::charWrapSimple) != 0;
-        }();
-        // Locals only: stores into the prefix array would otherwise make the compiler reload members.
+        // Locals only, and everything rare out of line, so that the loop keeps all it needs in registers.
         const int32_t* advances = m_engine.advances();
-        const int16_t* asciiKern = m_engine.asciiKern(m_latin);
+        const int16_t* const* kernRows = m_engine.wrapKernRows(m_latin);
         const Pictor::CharInfo* info = m_info;
         int64_t* out = m_scratch.fastPrefix.data();
         int64_t prefix = 0;
-        uint8_t flags = asciiSimple ? 0xFF : 0;
         int32_t steps = 0;
-        uint16_t a = slots[0];
+        unsigned a = slots[0];
+        uint8_t flags = info[a].flags;
         for (size_t i = 1; i < count; ++i) {
-            const uint16_t b = slots[i];
+            const unsigned b = slots[i];
             out[i - 1] = prefix;
-            int k;
-            if ((a | b) < 128) {
-                k = asciiKern[FontEngine::asciiPair(a, b)];
-            } else {
-                flags &= info[a].flags & info[b].flags;
-                const int16_t* row = m_engine.kernRow(m_latin, a);
-                k = row ? row[b] : FontEngine::kKernUnknown;
-            }
+            flags &= info[b].flags;
+            int k = FontEngine::kKernUnknown;
+            if (b < FontEngine::kWrapKernColumns)
+                k = kernRows[a][b];
             if (k <= FontEngine::kKernComplex) [[unlikely]]
-                k = unusualPair(a, b, i);
+                k = unusualPair(static_cast<uint16_t>(a), static_cast<uint16_t>(b), i);
             const int32_t step = advances[a] + k;
             steps |= step;
             prefix += step;
@@ -322,11 +312,6 @@ private:
         }
         out[count - 1] = prefix;
         out[count] = prefix + advances[a];
-        if (!asciiSimple) {
-            flags = 0xFF;
-            for (size_t i = 0; i < count; ++i)
-                flags &= info[slots[i]].flags;
-        }
         allFlags = flags;
         return steps;
     }
@@ -334,7 +319,7 @@ private:
     // A pair not measured yet, or one the font joins (noted, and counted as no kerning): out of the loop.
     [[gnu::noinline]] int unusualPair(uint16_t a, uint16_t b, size_t position)
     {
-        const int k = m_engine.kern(m_latin, a, b);
+        const int k = m_engine.fillWrapKern(m_latin, a, b);
         if (k != FontEngine::kKernComplex)
             return k;
         m_scratch.complexPairs.push_back(static_cast<uint32_t>(position));
@@ -346,6 +331,10 @@ private:
     {
         const auto isWhite = [&](size_t i) { return (m_info[slots[i]].flags & Pictor::charWhite) != 0; };
         int64_t* prefix = m_scratch.fastPrefix.data();
+        auto& words = m_scratch.complexWords;
+        // The differences are measured on the plain sums (where only distances count), then all added in one
+        // pass: the positions after each word move by the differences of that word and all before it.
+        int64_t shift = 0;
         size_t wordEnd = 0;
         for (const uint32_t pair : m_scratch.complexPairs) {
             if (pair < wordEnd)
@@ -359,7 +348,8 @@ private:
             while (wordEnd < count && !isWhite(wordEnd))
                 ++wordEnd;
             const auto& word = m_engine.complexWord(slots + wordStart, wordEnd - wordStart, latin);
-            const int64_t plain = prefix[wordEnd - 1] + m_engine.advance(slots[wordEnd - 1]) - prefix[wordStart];
+            const int64_t lastAdvance = m_engine.advance(slots[wordEnd - 1]);
+            const int64_t plain = prefix[wordEnd - 1] + lastAdvance - prefix[wordStart];
             // The general wrapper gives the characters of the word their shares of its width; the windows need
             // those never to be negative, and the widest point inside the word.
             int64_t inner = 0;
@@ -370,11 +360,18 @@ private:
                 widest = std::max(widest, inner);
             }
             const int64_t delta = word.width - plain;
-            for (size_t i = wordEnd; i <= count; ++i)
-                prefix[i] += delta;
-            m_windows &= prefix[wordEnd] >= prefix[wordEnd - 1];
-            m_scratch.complexWords.push_back({static_cast<uint32_t>(wordStart), static_cast<uint32_t>(wordEnd),
-                                              prefix[wordStart] + widest});
+            // Widths must still grow at the word's end once it is shaped.
+            m_windows &= prefix[wordEnd] - prefix[wordEnd - 1] + delta >= 0;
+            words.push_back({static_cast<uint32_t>(wordStart), static_cast<uint32_t>(wordEnd),
+                             prefix[wordStart] + shift + widest, delta});
+            shift += delta;
+        }
+        shift = 0;
+        for (size_t w = 0; w < words.size(); ++w) {
+            shift += words[w].delta;
+            const size_t to = w + 1 < words.size() ? words[w + 1].end : count + 1;
+            for (size_t i = words[w].end; i < to; ++i)
+                prefix[i] += shift;
         }
         return true;
     }
@@ -397,54 +394,34 @@ private:
         const int64_t limit = prefix[start] + m_width;
         // The first character reaching past the edge; the rest of the line does not fit, so there is one.
         size_t edge = start + 1;
+        while (edge + 8 <= m_count && prefix[edge + 8] <= limit)
+            edge += 8;
         while (prefix[edge] <= limit)
             ++edge;
-        const size_t windowEnd = extendOverComplexWords(start, edge);
-        size_t lastWhite = edge - 1;
-        while (lastWhite > start && !white(lastWhite))
-            --lastWhite;
-        if (lastWhite == start) // no space on the line: the window starts with it
-            return searchLine(start, start + 1, windowEnd);
-        const size_t from = lastWhite + 1;
-        if (skippedComplexWordsMayStop(start, from))
-            return searchLine(start, start + 1, m_count);
+        // The window starts after the last plain space before the edge. Any start would give the same answer,
+        // since a window without a fitting position hands the line to the full search; this one nearly always
+        // has one.
+        size_t from = edge;
+        while (from > start + 1 && m_slots[from - 1] != ' ')
+            --from;
+        size_t windowEnd = edge;
+        if (!m_scratch.complexWords.empty()) {
+            // Inside a ligature word the general wrapper measures differently: the window reaches over every
+            // such word that begins before the search certainly stops, and a skipped one must not stop it.
+            const int64_t stop = prefix[start] + m_width + m_safeDistance;
+            const auto& words = m_scratch.complexWords;
+            while (m_wordCursor < words.size() && words[m_wordCursor].end <= start + 1)
+                ++m_wordCursor; // no position inside it is after this line's start
+            for (size_t w = m_wordCursor; w < words.size() && prefix[words[w].begin] <= stop; ++w) {
+                if (words[w].begin + 1 < from && words[w].widestInner > stop)
+                    return searchLine(start, start + 1, m_count);
+                windowEnd = std::max<size_t>(windowEnd, words[w].end - 1);
+            }
+        }
         const size_t end = searchLine(start, from, windowEnd);
         if (end != kWholeLine)
             return end;
         return searchLine(start, start + 1, m_count);
-    }
-
-
-    // The general wrapper measures positions inside a ligature word by shaping, so any such position it might
-    // consider beyond the edge must be looked at: the window reaches over every ligature word that begins
-    // before the search certainly stops.
-    size_t extendOverComplexWords(size_t start, size_t edge) const
-    {
-        if (m_scratch.complexWords.empty())
-            return edge;
-        const int64_t* prefix = m_scratch.fastPrefix.data();
-        const int64_t stop = prefix[start] + m_width + m_safeDistance;
-        size_t guard = edge + 1;
-        while (guard <= m_count && prefix[guard - 1] <= stop)
-            ++guard;
-        size_t end = edge;
-        for (const auto& word : m_scratch.complexWords) {
-            if (word.begin + 1 < guard && word.end - 1 > end)
-                end = word.end - 1;
-        }
-        return end;
-    }
-
-    // Positions skipped before a window fit, so none of them stops the search; inside a ligature word the
-    // general wrapper's widths differ, so there it is checked.
-    bool skippedComplexWordsMayStop(size_t start, size_t from) const
-    {
-        const int64_t stop = m_scratch.fastPrefix[start] + m_width + m_safeDistance;
-        for (const auto& word : m_scratch.complexWords) {
-            if (word.begin + 1 < from && word.end > start + 1 && word.widestInner > stop)
-                return true;
-        }
-        return false;
     }
 
     // Tries the break positions from `from` to `to` in order, as ParagraphWrapper::findBreak does from the
@@ -513,6 +490,7 @@ private:
     int64_t m_width = 0;
     bool m_latin = false;
     bool m_windows = false; // widths only grow along the text, so the windows apply
+    size_t m_wordCursor = 0; // the first ligature word that may reach past the current line's start
     int64_t m_trailingSpace = 0;
 };
 
