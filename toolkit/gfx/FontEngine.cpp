@@ -5,6 +5,7 @@
 #include <pango/pangocairo.h>
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <limits>
 
@@ -208,7 +209,8 @@ bool isValidShaperText(std::string_view text)
 }
 
 // Copies bytes of printable ASCII (0x20 to 0x7E) to `out` as slots until another byte or the end; answers how
-// many. Sixteen at a time where the processor has the instructions.
+// many. Sixteen at a time where the processor has the instructions, so `out` must have room for `available`
+// slots: past the answer it may hold anything.
 size_t copyPrintableAscii(const unsigned char* p, size_t available, uint16_t* out)
 {
     size_t i = 0;
@@ -221,10 +223,11 @@ size_t copyPrintableAscii(const unsigned char* p, size_t available, uint16_t* ou
         const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + i));
         const __m128i printable =
             _mm_and_si128(_mm_cmpgt_epi8(bytes, belowPrintable), _mm_cmplt_epi8(bytes, pastPrintable));
-        if (_mm_movemask_epi8(printable) != 0xFFFF)
-            break;
         _mm_storeu_si128(reinterpret_cast<__m128i*>(out + i), _mm_unpacklo_epi8(bytes, zero));
         _mm_storeu_si128(reinterpret_cast<__m128i*>(out + i + 8), _mm_unpackhi_epi8(bytes, zero));
+        const auto mask = static_cast<unsigned>(_mm_movemask_epi8(printable));
+        if (mask != 0xFFFF)
+            return i + static_cast<size_t>(std::countr_one(mask));
     }
 #endif
     while (i < available && p[i] - 0x20u < 0x5Fu) {
@@ -415,7 +418,7 @@ int16_t FontEngine::measurePair(bool latin, uint16_t first, uint16_t second)
 
 bool FontEngine::isLatinRun(const uint16_t* slots, size_t count)
 {
-    const CharInfo* info = charTable().data();
+    static const CharInfo* const info = charTable().data();
     for (size_t i = 0; i < count; ++i) {
         if (info[slots[i]].flags & charLatin)
             return true;
@@ -521,13 +524,25 @@ int64_t FontEngine::shapeWidth(const uint16_t* slots, size_t count, bool latin, 
     return width;
 }
 
+inline size_t FontEngine::recentWordIndex(const uint16_t* slots, size_t count)
+{
+    if (count == 0)
+        return 0;
+    uint32_t h = static_cast<uint32_t>(count) * 0x9E3779B1u;
+    h ^= slots[0] * 0x85EBCA77u;
+    h ^= slots[count / 2] * 0xC2B2AE3Du;
+    h ^= slots[count - 1] * 0x27D4EB2Fu;
+    return (h >> 16) % kRecentWords;
+}
+
 const FontEngine::ComplexWord& FontEngine::complexWord(const uint16_t* slots, size_t count, bool latin)
 {
     auto& cache = m_wordCache[latin];
     const std::u16string_view key(reinterpret_cast<const char16_t*>(slots), count);
     // The same few words come back line after line: a small table of recent ones answers before the hash map.
     RecentWord& recent = m_recentWords[latin][recentWordIndex(slots, count)];
-    if (recent.key && *recent.key == key)
+    if (recent.key && recent.key->size() == count
+        && std::memcmp(recent.key->data(), slots, count * sizeof(uint16_t)) == 0)
         return *recent.word;
     if (auto found = cache.find(key); found != cache.end()) {
         recent = {&found->first, &found->second};
@@ -569,17 +584,6 @@ const FontEngine::ComplexWord& FontEngine::complexWord(const uint16_t* slots, si
     const auto added = cache.emplace(std::u16string(key), std::move(word)).first;
     recent = {&added->first, &added->second};
     return added->second;
-}
-
-size_t FontEngine::recentWordIndex(const uint16_t* slots, size_t count)
-{
-    if (count == 0)
-        return 0;
-    uint32_t h = static_cast<uint32_t>(count) * 0x9E3779B1u;
-    h ^= slots[0] * 0x85EBCA77u;
-    h ^= slots[count / 2] * 0xC2B2AE3Du;
-    h ^= slots[count - 1] * 0x27D4EB2Fu;
-    return (h >> 16) % kRecentWords;
 }
 
 int64_t FontEngine::hyphenWidth(bool latin, uint16_t last)

@@ -304,7 +304,7 @@ private:
             if (b < FontEngine::kWrapKernColumns)
                 k = kernRows[a][b];
             if (k <= FontEngine::kKernComplex) [[unlikely]]
-                k = unusualPair(static_cast<uint16_t>(a), static_cast<uint16_t>(b), i);
+                k = unusualPair(static_cast<uint16_t>(a), static_cast<uint16_t>(b), i, k);
             const int32_t step = advances[a] + k;
             steps |= step;
             prefix += step;
@@ -317,9 +317,9 @@ private:
     }
 
     // A pair not measured yet, or one the font joins (noted, and counted as no kerning): out of the loop.
-    [[gnu::noinline]] int unusualPair(uint16_t a, uint16_t b, size_t position)
+    [[gnu::noinline]] int unusualPair(uint16_t a, uint16_t b, size_t position, int known)
     {
-        const int k = m_engine.fillWrapKern(m_latin, a, b);
+        const int k = known == FontEngine::kKernUnknown ? m_engine.fillWrapKern(m_latin, a, b) : known;
         if (k != FontEngine::kKernComplex)
             return k;
         m_scratch.complexPairs.push_back(static_cast<uint32_t>(position));

@@ -164,6 +164,8 @@ TEST(WordWrap, EveryWidthNearTheEdgeAgreesWithTheShaper)
         "Pneumonoultramicroscopicsilicovolcanoconiosis is longer than any line here",
         "short\nlines\n\nwith\nnewlines at the end\n",
         "Greek Καλημέρα κόσμε among Latin words",
+        "AVÀ TÝ Wå Yó LÝ Ťá Ŵŷ: kerning pairs beyond ASCII",
+        "-1,000.50 (12)% 00:01:02 $100 +3 [4] {5}",            // no letter: the other kerning tables
         "combining e\u0301 marks and a\u0308 letters",
         "\"Main\" e.g. H.264 MPEG-4 (default) 25fps 1920x1080 12.5%",
     };
@@ -208,6 +210,51 @@ TEST(LineBreakRules, AgreeWithTheShaperForEveryCharacterTheyKnow)
         ASSERT_TRUE(computeBreakFlags(slots.data(), slots.size(), fast));
         ASSERT_TRUE(computeBreakFlagsWithShaper(slots.data(), slots.size(), reference));
         ASSERT_EQ(fast, reference) << "case " << i;
+    }
+}
+
+// Text goes to table slots sixteen bytes at a time while it is printable ASCII; anything else at any place in
+// or across those blocks must come out as character by character.
+TEST(WrapSlots, BlocksOfAsciiMapLikeSingleCharacters)
+{
+    const auto font = loadFont(FontDesc());
+    const FontEngine& engine = font->engine();
+    const char* const odd[] = {"é", "\n", "Ł", "€", "\t", "\x7f", "\xff", "Ω"};
+    std::vector<uint16_t> slots;
+    std::vector<uint32_t> offsets, newlines;
+    for (const char* insert : odd) {
+        for (size_t at = 0; at <= 40; ++at) {
+            std::string text(40, 'x');
+            for (size_t i = 0; i < text.size(); ++i)
+                text[i] = static_cast<char>('!' + (i * 7) % 94);
+            text.insert(at, insert);
+            text.insert(std::min(text.size(), at + 17), insert); // a second one in a later block
+            // The reference: each character alone.
+            std::vector<uint16_t> expectedSlots;
+            std::vector<uint32_t> expectedOffsets, expectedNewlines;
+            bool expectedOk = true;
+            for (size_t i = 0; i < text.size();) {
+                const auto c = static_cast<unsigned char>(text[i]);
+                const size_t length = c < 0x80 ? 1 : c < 0xE0 ? 2 : c < 0xF0 ? 3 : 4;
+                const std::wstring one = fromUTF8(std::string_view(text).substr(i, length)).str();
+                const int slot = one.size() == 1 ? FontEngine::tableIndex(static_cast<uint32_t>(one[0])) : -1;
+                if (slot == '\n')
+                    expectedNewlines.push_back(static_cast<uint32_t>(expectedSlots.size()));
+                else if (slot < 0 || c == 0xFF || !(FontEngine::charInfo(slot).flags & charInTables))
+                    expectedOk = false;
+                expectedOffsets.push_back(static_cast<uint32_t>(i));
+                expectedSlots.push_back(static_cast<uint16_t>(std::max(slot, 0)));
+                i += length;
+            }
+            expectedOffsets.push_back(static_cast<uint32_t>(text.size()));
+            const bool ok = engine.toSlots(std::string_view(text), slots, &offsets, &newlines);
+            ASSERT_EQ(ok, expectedOk) << insert << " at " << at;
+            if (!ok)
+                continue;
+            EXPECT_EQ(slots, expectedSlots) << insert << " at " << at;
+            EXPECT_EQ(offsets, expectedOffsets) << insert << " at " << at;
+            EXPECT_EQ(newlines, expectedNewlines) << insert << " at " << at;
+        }
     }
 }
 
