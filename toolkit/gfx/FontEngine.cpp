@@ -384,6 +384,8 @@ int16_t* FontEngine::slowKernCell(bool latin, uint16_t first, uint16_t second)
 int FontEngine::fillWrapKern(bool latin, uint16_t first, uint16_t second)
 {
     const int k = kern(latin, first, second);
+    if (k != kKernComplex)
+        m_wrapStepsNonNegative &= m_advance[first] + k >= 0;
     if (second < kWrapKernColumns) {
         std::unique_ptr<int16_t[]>& row = m_ownWrapKernRows[latin][first];
         if (!row) {

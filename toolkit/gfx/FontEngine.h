@@ -144,6 +144,8 @@ public:
     const int16_t* const* wrapKernRows(bool latin) const { return m_wrapKernRows[latin].data(); }
     // kern(), remembered in those rows.
     int fillWrapKern(bool latin, uint16_t first, uint16_t second);
+    // False once some pair in those rows moves the pen backwards (advance plus kerning below zero).
+    bool wrapStepsNonNegative() const { return m_wrapStepsNonNegative; }
     // The exact width of the slots as the shaper lays them out, with a hyphen after them if asked.
     int64_t shapeWidth(const uint16_t* slots, size_t count, bool latin, bool withHyphen);
     // A word that holds a complex pair, shaped whole and remembered: its width, and each character's share
@@ -217,6 +219,7 @@ private:
     std::array<bool, 128> m_asciiLatin{};
     bool m_printableAsciiUsable = false;
     bool m_advancesNonNegative = true;
+    bool m_wrapStepsNonNegative = true;
     const CharInfo* m_info = nullptr; // charInfo's table, at hand for the inner loops
     // [latin][asciiPair(first, second)] for printable ASCII pairs; rows per first slot for the rest.
     std::array<std::vector<int16_t>, 2> m_asciiKern;

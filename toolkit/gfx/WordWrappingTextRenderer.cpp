@@ -257,10 +257,8 @@ public:
     }
 
 private:
-    static constexpr size_t kGeneral = 0;                 // the general wrapper must decide
-    static constexpr size_t kWholeLine = ~size_t(0);     // the window did not settle it: search the whole line
-
-    bool white(size_t i) const { return (m_info[m_slots[i]].flags & Pictor::charWhite) != 0; }
+    static constexpr size_t kGeneral = 0;            // the general wrapper must decide
+    static constexpr size_t kWholeLine = ~size_t(0); // the window did not settle it: search the whole line
 
     // Sums advances and kerning into fastPrefix[0..count], folds in the shaped width of each word holding a
     // ligature, and decides whether widths only grow along the text (needed for the windows).
@@ -271,21 +269,19 @@ private:
         if (prefixes.size() < count + 1)
             prefixes.resize(count + 1);
         m_scratch.complexPairs.clear();
-        uint8_t allFlags = 0;
-        const int32_t steps = sumWidths(slots, count, allFlags);
-        if (!(allFlags & Pictor::charWrapSimple))
+        if (!(sumWidths(slots, count) & Pictor::charWrapSimple))
             return false;
         const uint16_t last = slots[count - 1];
         m_trailingSpace = (m_info[last].flags & Pictor::charWhite) ? m_engine.advance(last) : 0;
-        m_windows = steps >= 0 && m_engine.advancesNonNegative() && !m_hyphensPossible;
+        // Every pair summed has been through the engine's check once, when it was first met.
+        m_windows = m_engine.wrapStepsNonNegative() && m_engine.advancesNonNegative() && !m_hyphensPossible;
         m_scratch.complexWords.clear();
         m_wordCursor = 0;
         return m_scratch.complexPairs.empty() || foldComplexWords(slots, count, m_latin);
     }
 
-    // The prefix sums and the flags all characters share; answers a value that is negative when some advance
-    // plus kerning is.
-    int32_t sumWidths(const uint16_t* slots, size_t count, uint8_t& allFlags)
+    // The prefix sums; answers the flags all characters share.
+    uint8_t sumWidths(const uint16_t* slots, size_t count)
     {
         // Locals only, and everything rare out of line, so that the loop keeps all it needs in registers.
         const int32_t* advances = m_engine.advances();
@@ -293,7 +289,6 @@ private:
         const Pictor::CharInfo* info = m_info;
         int64_t* out = m_scratch.fastPrefix.data();
         int64_t prefix = 0;
-        int32_t steps = 0;
         unsigned a = slots[0];
         uint8_t flags = info[a].flags;
         for (size_t i = 1; i < count; ++i) {
@@ -305,15 +300,12 @@ private:
                 k = kernRows[a][b];
             if (k <= FontEngine::kKernComplex) [[unlikely]]
                 k = unusualPair(static_cast<uint16_t>(a), static_cast<uint16_t>(b), i, k);
-            const int32_t step = advances[a] + k;
-            steps |= step;
-            prefix += step;
+            prefix += advances[a] + k;
             a = b;
         }
         out[count - 1] = prefix;
         out[count] = prefix + advances[a];
-        allFlags = flags;
-        return steps;
+        return flags;
     }
 
     // A pair not measured yet, or one the font joins (noted, and counted as no kerning): out of the loop.
@@ -393,17 +385,28 @@ private:
         const int64_t* prefix = m_scratch.fastPrefix.data();
         const int64_t limit = prefix[start] + m_width;
         // The first character reaching past the edge; the rest of the line does not fit, so there is one.
+        // Both searches below end in a fixed run of eight steps without branches: where they stop varies from
+        // line to line, and a mispredicted loop exit costs more than the few extra comparisons.
         size_t edge = start + 1;
         while (edge + 8 <= m_count && prefix[edge + 8] <= limit)
             edge += 8;
-        while (prefix[edge] <= limit)
-            ++edge;
+        const size_t span = std::min<size_t>(8, m_count - edge);
+        size_t within = 0;
+        for (size_t k = 0; k < span; ++k)
+            within += prefix[edge + k] <= limit;
+        edge += within;
         // The window starts after the last plain space before the edge. Any start would give the same answer,
         // since a window without a fitting position hands the line to the full search; this one nearly always
         // has one.
-        size_t from = edge;
-        while (from > start + 1 && m_slots[from - 1] != ' ')
-            --from;
+        size_t from = start + 1;
+        for (size_t high = edge;;) {
+            const size_t low = high > start + 9 ? high - 8 : start + 1;
+            for (size_t j = low; j < high; ++j)
+                from = m_slots[j] == ' ' ? j + 1 : from;
+            if (from > start + 1 || low == start + 1)
+                break;
+            high = low;
+        }
         size_t windowEnd = edge;
         if (!m_scratch.complexWords.empty()) {
             // Inside a ligature word the general wrapper measures differently: the window reaches over every
@@ -442,7 +445,7 @@ private:
         for (size_t p = from; p <= to; ++p) {
             uint8_t flags = Pictor::breakLine;
             if (p < count) {
-                const Pictor::BreakClass after = p + 1 < count ? info[slots[p + 1]].breakClass : Pictor::BreakClass::Other;
+                const auto after = p + 1 < count ? info[slots[p + 1]].breakClass : Pictor::BreakClass::Other;
                 flags = scanner.step(info[slots[p - 1]], info[slots[p]], after);
                 if (!(flags & Pictor::breakLine))
                     continue;
