@@ -134,9 +134,6 @@ public:
     // rather than 32), so that more of it stays in the first-level cache.
     const int16_t* asciiKern(bool latin) const { return m_asciiKern[latin].data(); }
     static constexpr int asciiPair(int first, int second) { return (first - 32) * 96 + (second - 32); }
-    // The kerning row of a first character outside printable ASCII pairs, or null before any of its pairs was
-    // met; entries are as in asciiKern.
-    const int16_t* kernRow(bool latin, uint16_t first) const { return m_kernRows[latin][first].get(); }
     // Kerning for the wrapper's inner loop, one row per first character, so that Latin text beyond ASCII
     // needs no second path: wrapKernRows(latin)[first][second] for second < kWrapKernColumns (Latin-1 and
     // Latin Extended-A), kKernUnknown until fillWrapKern has measured the pair.

@@ -65,9 +65,10 @@ public:
     {
     }
 
-    // A scanner ready for the position before character `at` (0 < at < count) of a paragraph of table slots,
+    // A scanner ready for the position before character `at` (0 < at <= count) of a paragraph of table slots,
     // as if it had stepped over everything before. Its context comes from a short look back: the class before
-    // the last spaces, and the digit-run state, which the last letter or digit settles whatever came before.
+    // the last spaces, and the digit-run state, which the last character that is neither a separator nor a
+    // closing bracket settles whatever came before.
     static LineBreakScanner resumeAt(const uint16_t* slots, size_t at);
 
     // Whether, among the characters the scanner knows, a word-break position can ever lie between a Latin
