@@ -292,14 +292,14 @@ FontEngine::FontEngine(const FontDesc& desc) : m_desc(desc), m_info(charTable().
         table.assign(96 * 96, kKernUnknown);
     for (auto& rows : m_kernRows)
         rows.resize(kTableSize);
-    static const std::array<int16_t, kWrapKernColumns> unknownRow = [] {
-        std::array<int16_t, kWrapKernColumns> row;
+    static const std::array<int16_t, kWrapStepColumns> unknownRow = [] {
+        std::array<int16_t, kWrapStepColumns> row;
         row.fill(kKernUnknown);
         return row;
     }();
-    for (auto& rows : m_wrapKernRows)
+    for (auto& rows : m_wrapSteps)
         rows.fill(unknownRow.data());
-    for (auto& rows : m_ownWrapKernRows)
+    for (auto& rows : m_ownWrapSteps)
         rows.resize(kTableSize);
 
     if (!m_hbFont)
@@ -381,20 +381,23 @@ int16_t* FontEngine::slowKernCell(bool latin, uint16_t first, uint16_t second)
     return &row[second];
 }
 
-int FontEngine::fillWrapKern(bool latin, uint16_t first, uint16_t second)
+int FontEngine::fillWrapStep(bool latin, uint16_t first, uint16_t second)
 {
     const int k = kern(latin, first, second);
-    if (k != kKernComplex)
-        m_wrapStepsNonNegative &= m_advance[first] + k >= 0;
-    if (second < kWrapKernColumns) {
-        std::unique_ptr<int16_t[]>& row = m_ownWrapKernRows[latin][first];
-        if (!row) {
-            row = std::make_unique<int16_t[]>(kWrapKernColumns);
-            std::fill_n(row.get(), kWrapKernColumns, kKernUnknown);
-            m_wrapKernRows[latin][first] = row.get();
-        }
-        row[second] = static_cast<int16_t>(k);
+    const int step = m_advance[first] + (k == kKernComplex ? 0 : k);
+    m_wrapStepsNonNegative &= step >= 0;
+    if (second >= kWrapStepColumns || !(m_info[second].flags & charWrapSimple))
+        return k;
+    const int entry = k == kKernComplex ? kKernComplex : step;
+    if (entry != kKernComplex && (entry <= kKernComplex || entry > std::numeric_limits<int16_t>::max()))
+        return k;
+    std::unique_ptr<int16_t[]>& row = m_ownWrapSteps[latin][first];
+    if (!row) {
+        row = std::make_unique<int16_t[]>(kWrapStepColumns);
+        std::fill_n(row.get(), kWrapStepColumns, kKernUnknown);
+        m_wrapSteps[latin][first] = row.get();
     }
+    row[second] = static_cast<int16_t>(entry);
     return k;
 }
 

@@ -134,14 +134,17 @@ public:
     // rather than 32), so that more of it stays in the first-level cache.
     const int16_t* asciiKern(bool latin) const { return m_asciiKern[latin].data(); }
     static constexpr int asciiPair(int first, int second) { return (first - 32) * 96 + (second - 32); }
-    // Kerning for the wrapper's inner loop, one row per first character, so that Latin text beyond ASCII
-    // needs no second path: wrapKernRows(latin)[first][second] for second < kWrapKernColumns (Latin-1 and
-    // Latin Extended-A), kKernUnknown until fillWrapKern has measured the pair.
-    static constexpr int kWrapKernColumns = 0x180;
-    const int16_t* const* wrapKernRows(bool latin) const { return m_wrapKernRows[latin].data(); }
-    // kern(), remembered in those rows.
-    int fillWrapKern(bool latin, uint16_t first, uint16_t second);
-    // False once some pair in those rows moves the pen backwards (advance plus kerning below zero).
+    // What the wrapper's inner loop adds for each pair of neighbours, the first one's advance plus their
+    // kerning, one row per first character so that Latin text beyond ASCII needs no second path:
+    // wrapSteps(latin)[first][second] for second < kWrapStepColumns (Latin-1 and Latin Extended-A). An entry is
+    // kKernComplex for a pair the font joins, and kKernUnknown until fillWrapStep has measured the pair; it
+    // stays so when the step does not fit the table or the line-break scanner does not know the second
+    // character, so that such pairs always take the caller's slower path.
+    static constexpr int kWrapStepColumns = 0x180;
+    const int16_t* const* wrapSteps(bool latin) const { return m_wrapSteps[latin].data(); }
+    // kern(), with its step remembered in those rows where it can be.
+    int fillWrapStep(bool latin, uint16_t first, uint16_t second);
+    // False once some pair measured through fillWrapStep moves the pen backwards (a step below zero).
     bool wrapStepsNonNegative() const { return m_wrapStepsNonNegative; }
     // The exact width of the slots as the shaper lays them out, with a hyphen after them if asked.
     int64_t shapeWidth(const uint16_t* slots, size_t count, bool latin, bool withHyphen);
@@ -222,8 +225,8 @@ private:
     std::array<std::vector<int16_t>, 2> m_asciiKern;
     std::array<std::vector<std::unique_ptr<int16_t[]>>, 2> m_kernRows;
     // Rows not yet met point to one shared row of unknowns.
-    std::array<std::array<const int16_t*, kTableSize>, 2> m_wrapKernRows{};
-    std::array<std::vector<std::unique_ptr<int16_t[]>>, 2> m_ownWrapKernRows;
+    std::array<std::array<const int16_t*, kTableSize>, 2> m_wrapSteps{};
+    std::array<std::vector<std::unique_ptr<int16_t[]>>, 2> m_ownWrapSteps;
 
     struct WordHash {
         using is_transparent = void;

@@ -269,7 +269,7 @@ private:
         if (prefixes.size() < count + 1)
             prefixes.resize(count + 1);
         m_scratch.complexPairs.clear();
-        if (!(sumWidths(slots, count) & Pictor::charWrapSimple))
+        if (!sumWidths(slots, count))
             return false;
         const uint16_t last = slots[count - 1];
         m_trailingSpace = (m_info[last].flags & Pictor::charWhite) ? m_engine.advance(last) : 0;
@@ -280,42 +280,43 @@ private:
         return m_scratch.complexPairs.empty() || foldComplexWords(slots, count, m_latin);
     }
 
-    // The prefix sums; answers the flags all characters share.
-    uint8_t sumWidths(const uint16_t* slots, size_t count)
+    // The prefix sums; false when a character is one the line-break scanner does not know.
+    bool sumWidths(const uint16_t* slots, size_t count)
     {
-        // Locals only, and everything rare out of line, so that the loop keeps all it needs in registers.
-        const int32_t* advances = m_engine.advances();
-        const int16_t* const* kernRows = m_engine.wrapKernRows(m_latin);
-        const Pictor::CharInfo* info = m_info;
+        // Locals only, and everything rare out of line, so that the loop keeps all it needs in registers. The
+        // step table holds only pairs whose second character the scanner knows; the first character of the
+        // paragraph is checked here.
+        const int16_t* const* stepRows = m_engine.wrapSteps(m_latin);
         int64_t* out = m_scratch.fastPrefix.data();
+        m_allKnown = (m_info[slots[0]].flags & Pictor::charWrapSimple) != 0;
         int64_t prefix = 0;
         unsigned a = slots[0];
-        uint8_t flags = info[a].flags;
         for (size_t i = 1; i < count; ++i) {
             const unsigned b = slots[i];
             out[i - 1] = prefix;
-            flags &= info[b].flags;
-            int k = FontEngine::kKernUnknown;
-            if (b < FontEngine::kWrapKernColumns)
-                k = kernRows[a][b];
-            if (k <= FontEngine::kKernComplex) [[unlikely]]
-                k = unusualPair(static_cast<uint16_t>(a), static_cast<uint16_t>(b), i, k);
-            prefix += advances[a] + k;
+            int step = FontEngine::kKernUnknown;
+            if (b < FontEngine::kWrapStepColumns)
+                step = stepRows[a][b];
+            if (step <= FontEngine::kKernComplex) [[unlikely]]
+                step = unusualPair(static_cast<uint16_t>(a), static_cast<uint16_t>(b), i, step);
+            prefix += step;
             a = b;
         }
         out[count - 1] = prefix;
-        out[count] = prefix + advances[a];
-        return flags;
+        out[count] = prefix + m_engine.advance(static_cast<uint16_t>(a));
+        return m_allKnown;
     }
 
-    // A pair not measured yet, or one the font joins (noted, and counted as no kerning): out of the loop.
+    // The step of a pair not in the table, or of one the font joins (noted, and counted as no kerning): out of
+    // the loop.
     [[gnu::noinline]] int unusualPair(uint16_t a, uint16_t b, size_t position, int known)
     {
-        const int k = known == FontEngine::kKernUnknown ? m_engine.fillWrapKern(m_latin, a, b) : known;
+        m_allKnown &= (m_info[b].flags & Pictor::charWrapSimple) != 0;
+        const int k = known == FontEngine::kKernUnknown ? m_engine.fillWrapStep(m_latin, a, b) : known;
         if (k != FontEngine::kKernComplex)
-            return k;
+            return m_engine.advance(a) + k;
         m_scratch.complexPairs.push_back(static_cast<uint32_t>(position));
-        return 0;
+        return m_engine.advance(a);
     }
 
     // Each word holding a ligature takes its shaped width: the difference moves every later position.
@@ -492,6 +493,7 @@ private:
     size_t m_count = 0;
     int64_t m_width = 0;
     bool m_latin = false;
+    bool m_allKnown = false; // every character is one the line-break scanner knows
     bool m_windows = false; // widths only grow along the text, so the windows apply
     size_t m_wordCursor = 0; // the first ligature word that may reach past the current line's start
     int64_t m_trailingSpace = 0;
