@@ -128,10 +128,13 @@ UIBuilder::UIBuilder(const Cv::Ptr<JSON::Element>& description, StandardPanel* p
         return;
     calcMaxLegendWidth(entries);
     buildRows(entries);
-    for (size_t i = 0; i < entries->getNumChildren(); ++i)
-        attachConditions(DescriptionReader::readConditions(entries->getChild(i)), m_params, m_widgets,
-                         m_postConditions, &m_bounds);
-    shareAlternativePlaces(entries);
+    std::vector<EntryConditions> conditions;
+    conditions.reserve(entries->getNumChildren());
+    for (size_t i = 0; i < entries->getNumChildren(); ++i) {
+        conditions.push_back(DescriptionReader::readConditions(entries->getChild(i)));
+        attachConditions(conditions.back(), m_params, m_widgets, m_postConditions, &m_bounds);
+    }
+    shareAlternativePlaces(conditions);
     releaseBoundsWithPanel();
     // "active if" is left for the first change on purpose: only "visible if" listens to the values.
     announceValues();
@@ -464,13 +467,13 @@ void UIBuilder::makeActionWidget(const Cv::Ptr<GenericParam::iParam>& param)
 
 // ---- Alternatives and values
 
-void UIBuilder::shareAlternativePlaces(const Cv::Ptr<JSON::Element>& entries)
+void UIBuilder::shareAlternativePlaces(const std::vector<EntryConditions>& conditions)
 {
-    const size_t count = std::min(entries->getNumChildren(), m_rows.size());
+    const size_t count = std::min(conditions.size(), m_rows.size());
     std::vector<Cv::AttribValuePair> visibleIf;
     visibleIf.reserve(count);
     for (size_t i = 0; i < count; ++i)
-        visibleIf.emplace_back(DescriptionReader::readConditions(entries->getChild(i)).visibleIf.view(), '=');
+        visibleIf.emplace_back(conditions[i].visibleIf.view(), '=');
 
     // The reductions are summed per row as they are found, so a run of three alternatives counts 1 + 2 and
     // the panel shrinks by more than the places saved. Callers rely on that height.

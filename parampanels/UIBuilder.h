@@ -41,6 +41,7 @@ namespace JSON {
 class Element;
 }
 class BoundConstraint;
+struct EntryConditions;
 class Glob;
 class StandardPanel;
 class VerticalScrollingBase;
@@ -89,7 +90,7 @@ private:
     void calcMaxLegendWidth(const Cv::Ptr<JSON::Element>& entries);
     void calcMaxLegendWidth(const ParamList& params);
     void buildRows(const Cv::Ptr<JSON::Element>& entries);
-    void shareAlternativePlaces(const Cv::Ptr<JSON::Element>& entries);
+    void shareAlternativePlaces(const std::vector<EntryConditions>& conditions);
     void releaseBoundsWithPanel();
     void announceValues();
     Cv::Ptr<Params> takeResult();
