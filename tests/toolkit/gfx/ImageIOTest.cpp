@@ -88,23 +88,6 @@ TEST(PngIO, RoundTripKeepsThePixels)
     }
 }
 
-TEST(PngIO, OpaqueImagesRoundTripExactly)
-{
-    Image image(64, 40);
-    std::mt19937 rng(3);
-    for (int y = 0; y < 40; ++y) {
-        for (int x = 0; x < 64; ++x)
-            image.setPixel(x, y, 0xFF000000u | (rng() & 0xFFFFFF));
-    }
-    const Image back = decode(encodePng(image));
-    ASSERT_FALSE(back.isNull());
-    for (int y = 0; y < 40; ++y) {
-        for (int x = 0; x < 64; ++x) {
-            ASSERT_EQ(back.pixel(x, y), image.pixel(x, y));
-        }
-    }
-}
-
 TEST(PngIO, WritesAtomicallyAndReadsBack)
 {
     const auto dir = std::filesystem::temp_directory_path() / ("gfx-png-" + std::to_string(::getpid()));
@@ -141,10 +124,10 @@ TEST(ImageDecode, TruncatedFilesGiveNull)
 TEST(ImageDecode, GarbageAndLiesGiveNull)
 {
     EXPECT_TRUE(decodeImage(nullptr, 0).isNull());
-    EXPECT_TRUE(decode("not an image at all").isNull());
-    EXPECT_TRUE(decode(std::string("\x89PNG\r\n\x1a\n", 8)).isNull());
-    EXPECT_TRUE(decode(std::string("\xFF\xD8\xFF", 3)).isNull());
-    EXPECT_TRUE(decode("RIFF\x10\0\0\0WEBPVP8 ").isNull());
+    // Signatures with nothing after them (the WebP one with its zero bytes kept).
+    for (const std::string& bytes : {std::string("not an image at all"), std::string("\x89PNG\r\n\x1a\n", 8),
+                                     std::string("\xFF\xD8\xFF", 3), std::string("RIFF\x10\0\0\0WEBPVP8 ", 16)})
+        EXPECT_TRUE(decode(bytes).isNull()) << bytes.size();
 
     // A well-formed header that claims a picture larger than we will ever allocate.
     std::string huge("\x89PNG\r\n\x1a\n", 8);
@@ -169,10 +152,9 @@ TEST(ImageDecode, GarbageAndLiesGiveNull)
 TEST(JpegDecode, ShrinksToTheSmallestScaleThatIsStillLargeEnough)
 {
     const std::string jpeg = readFile(dataDir() / "blocks.jpg"); // 64 x 48
+    const auto size = [](const Image& image) { return std::pair(image.width(), image.height()); };
     const Image full = decode(jpeg);
-    ASSERT_FALSE(full.isNull());
-    EXPECT_EQ(full.width(), 64);
-    EXPECT_EQ(full.height(), 48);
+    ASSERT_EQ(size(full), std::pair(64, 48));
     // Left half red, right half blue, a green band across the top: check the decode is upright and in order.
     EXPECT_GT(channel(full.pixel(8, 30), 16), 180);
     EXPECT_LT(channel(full.pixel(8, 30), 0), 60);
@@ -181,13 +163,9 @@ TEST(JpegDecode, ShrinksToTheSmallestScaleThatIsStillLargeEnough)
     EXPECT_EQ(full.pixel(8, 30) >> 24, 0xFFu);
 
     const Image quarter = decode(jpeg, {16, 12});
-    EXPECT_EQ(quarter.width(), 16);
-    EXPECT_EQ(quarter.height(), 12);
-    const Image threeEighths = decode(jpeg, {17, 12}); // a quarter would be one pixel too narrow
-    EXPECT_EQ(threeEighths.width(), 24);
-    EXPECT_EQ(threeEighths.height(), 18);
-    const Image notEnlarged = decode(jpeg, {500, 500});
-    EXPECT_EQ(notEnlarged.width(), 64);
+    EXPECT_EQ(size(quarter), std::pair(16, 12));
+    EXPECT_EQ(size(decode(jpeg, {17, 12})), std::pair(24, 18)) << "a quarter would be one pixel too narrow";
+    EXPECT_EQ(size(decode(jpeg, {500, 500})), std::pair(64, 48)) << "never enlarged";
     EXPECT_GT(channel(quarter.pixel(2, 8), 16), 180);
 }
 

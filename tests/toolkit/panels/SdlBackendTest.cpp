@@ -66,25 +66,10 @@ struct SdlFixture : testing::Test {
 TEST_F(SdlFixture, MouseInputArrivesBottomUpWithTheRightButtons)
 {
     Recorder* r = showRecorder();
-    SDL_Event e{};
-    e.type = SDL_MOUSEMOTION;
-    e.motion.x = 10;
-    e.motion.y = 20;
-    push(e);
-    e = {};
-    e.type = SDL_MOUSEBUTTONDOWN;
-    e.button.button = SDL_BUTTON_RIGHT;
-    e.button.x = 10;
-    e.button.y = 20;
-    push(e);
-    e.type = SDL_MOUSEBUTTONUP;
-    push(e);
-    e = {};
-    e.type = SDL_MOUSEWHEEL;
-    e.wheel.y = -2;
-    e.wheel.mouseX = 10;
-    e.wheel.mouseY = 20;
-    push(e);
+    push(SDL_Event{.motion = {.type = SDL_MOUSEMOTION, .x = 10, .y = 20}});
+    push(SDL_Event{.button = {.type = SDL_MOUSEBUTTONDOWN, .button = SDL_BUTTON_RIGHT, .x = 10, .y = 20}});
+    push(SDL_Event{.button = {.type = SDL_MOUSEBUTTONUP, .button = SDL_BUTTON_RIGHT, .x = 10, .y = 20}});
+    push(SDL_Event{.wheel = {.type = SDL_MOUSEWHEEL, .y = -2, .mouseX = 10, .mouseY = 20}});
     screen->processEvents();
 
     EXPECT_EQ(screen->getMousePos(), XY<int>(10, height - 1 - 20));
@@ -107,18 +92,11 @@ TEST_F(SdlFixture, KeysAndTypedTextBecomeKeyEvents)
 {
     Recorder* r = showRecorder();
     ASSERT_TRUE(screen->setFocus(r));
+    push(SDL_Event{.key = {.type = SDL_KEYDOWN, .keysym = {.sym = SDLK_TAB, .mod = KMOD_LSHIFT}}});
+    push(SDL_Event{.key = {.type = SDL_KEYDOWN, .keysym = {.sym = SDLK_c, .mod = KMOD_LCTRL}}});
+    // A plain letter types text instead: no key event of its own.
+    push(SDL_Event{.key = {.type = SDL_KEYDOWN, .keysym = {.sym = SDLK_a, .mod = KMOD_NONE}}});
     SDL_Event e{};
-    e.type = SDL_KEYDOWN;
-    e.key.keysym.sym = SDLK_TAB;
-    e.key.keysym.mod = KMOD_LSHIFT;
-    push(e);
-    e.key.keysym.sym = SDLK_c;
-    e.key.keysym.mod = KMOD_LCTRL;
-    push(e);
-    e.key.keysym.sym = SDLK_a; // a plain letter types text instead: no key event of its own
-    e.key.keysym.mod = KMOD_NONE;
-    push(e);
-    e = {};
     e.type = SDL_TEXTINPUT;
     SDL_strlcpy(e.text.text, "\xc3\xa9z", sizeof e.text.text);
     push(e);
@@ -155,10 +133,7 @@ TEST_F(SdlFixture, ScreenFollowsTheWindowSize)
 {
     backend->setWindowSize({400, 300});
     // As when the user drags the window's frame.
-    SDL_Event e{};
-    e.type = SDL_WINDOWEVENT;
-    e.window.event = SDL_WINDOWEVENT_SIZE_CHANGED;
-    push(e);
+    push(SDL_Event{.window = {.type = SDL_WINDOWEVENT, .event = SDL_WINDOWEVENT_SIZE_CHANGED}});
     screen->processEvents();
     EXPECT_EQ(backend->getWindowSize(), XY<int>(400, 300));
     EXPECT_EQ(screen->getSize(), XY<int>(400, 300));
@@ -184,10 +159,7 @@ TEST_F(SdlFixture, RunEndsWhenTheLastPanelCloses)
     GlobManager::realize(panel);
     GlobWatch watch(panel);
     // A key reaches the topmost panel; Escape closes it, and with it the loop.
-    SDL_Event e{};
-    e.type = SDL_KEYDOWN;
-    e.key.keysym.sym = SDLK_ESCAPE;
-    push(e);
+    push(SDL_Event{.key = {.type = SDL_KEYDOWN, .keysym = {.sym = SDLK_ESCAPE}}});
     EXPECT_GE(SdlBackend::run(*screen), 1);
     EXPECT_FALSE(watch.alive());
 }
@@ -195,9 +167,7 @@ TEST_F(SdlFixture, RunEndsWhenTheLastPanelCloses)
 TEST_F(SdlFixture, RunEndsWhenTheWindowIsClosed)
 {
     showRecorder();
-    SDL_Event e{};
-    e.type = SDL_QUIT;
-    push(e);
+    push(SDL_Event{.type = SDL_QUIT});
     EXPECT_EQ(SdlBackend::run(*screen), 1);
     EXPECT_EQ(screen->getTopLevels().size(), 1u);
 }

@@ -59,10 +59,13 @@ TEST(StandardPanel, DraggingTheTitleBarMovesAMovablePanel)
     ui.drag(panel, user.centre(), {user.centre().x + 40, user.centre().y});
     EXPECT_EQ(panel->getPosition(), XY<int>(150, 70));
 
+    // Neither moved by its title bar nor resized by its edges.
     auto* fixed = ui.makeTopLevel<StandardPanel>(panelArgs(StandardPanel::CloseButton, false, false), {500, 300});
     const XY<int> fixedFrom = titlePoint(fixed);
     ui.drag(fixed, fixedFrom, {fixedFrom.x + 20, fixedFrom.y + 20});
-    EXPECT_EQ(fixed->getPosition(), XY<int>(500, 300));
+    ui.drag(fixed, {299, 100}, {360, 100});
+    EXPECT_EQ(fixed->getBox(), GlobBox(500, 300, 800, 500));
+    EXPECT_EQ(fixed->contextCursor({299, 100}), fixed->contextCursor({150, 100}));
 }
 
 TEST(StandardPanel, DraggedTopLevelPanelStaysOnScreen)
@@ -76,16 +79,9 @@ TEST(StandardPanel, DraggedTopLevelPanelStaysOnScreen)
     EXPECT_TRUE(ui.screen().getArea().contains(panel->getScreenBox()));
 }
 
-TEST(StandardPanel, GetSafePosKeepsAToolPanelOnScreen)
+TEST(StandardPanel, APanelLargerThanTheScreenKeepsItsTitleBarReachable)
 {
     UiHarness ui(800, 600);
-    StandardPanel::InitArgs args = panelArgs(StandardPanel::CloseButton);
-    // Opened with the pointer near the top-right corner, as a tool command may be.
-    const XY<int> wanted{780 - args.width / 2, 590 - args.height / 2};
-    const XY<int> pos = GlobManager::getSafePosForGlob(wanted, {args.width, args.height});
-    auto* panel = ui.makeTopLevel<StandardPanel>(args, pos);
-    EXPECT_TRUE(ui.screen().getArea().contains(panel->getScreenBox()));
-    // A panel larger than the screen keeps its title bar reachable.
     StandardPanel::InitArgs huge(L"Huge", 1000, 900, StandardPanel::CloseButton);
     const XY<int> hugePos = GlobManager::getSafePosForGlob({-50, -50}, {huge.width, huge.height});
     auto* big = ui.makeTopLevel<StandardPanel>(huge, hugePos);
@@ -120,42 +116,23 @@ TEST(StandardPanel, DraggingEdgesResizesAgainstTheOppositeEdge)
     EXPECT_EQ(panel->getY() + panel->getHeight(), 400);
 }
 
-TEST(StandardPanel, EdgesOfAFixedSizePanelDoNotResize)
-{
-    UiHarness ui;
-    auto* panel = ui.makeTopLevel<StandardPanel>(panelArgs(StandardPanel::CloseButton, false), {200, 200});
-    ui.drag(panel, {299, 100}, {360, 100});
-    EXPECT_EQ(panel->getSize(), XY<int>(300, 200));
-    EXPECT_EQ(panel->contextCursor({299, 100}), panel->contextCursor({150, 100}));
-}
-
-TEST(StandardPanel, CloseButtonDestroysThePanel)
+TEST(StandardPanel, CloseButtonDestroysThePanelUnlessReleasedAwayFromIt)
 {
     UiHarness ui;
     auto* panel = ui.makeTopLevel<StandardPanel>(panelArgs(StandardPanel::CloseButton), {100, 100});
     GlobWatch watch(panel);
     const GlobBox close = panel->getStandardWidgetBox(StandardPanel::CloseButton);
     ASSERT_FALSE(close.empty());
+    ui.press(panel, close.centre());
+    ui.release(panel, panel->getUserArea().centre());
+    ui.step();
+    ASSERT_TRUE(watch.alive());
     ui.click(panel, close.centre());
     ui.step();
     EXPECT_FALSE(watch.alive());
     for (Glob* top : ui.screen().getTopLevels()) {
         EXPECT_NE(top, watch.get());
     }
-}
-
-TEST(StandardPanel, ReleasingAwayFromAButtonCancelsIt)
-{
-    UiHarness ui;
-    auto* panel = ui.make<StandardPanel>(panelArgs(StandardPanel::CloseButton | StandardPanel::DoItButton),
-                                         Glob::BottomLeft(50, 50));
-    GlobWatch watch(panel);
-    const GlobBox close = panel->getStandardWidgetBox(StandardPanel::CloseButton);
-    ui.press(panel, close.centre());
-    ui.release(panel, panel->getUserArea().centre());
-    ui.step();
-    EXPECT_TRUE(watch.alive());
-    EXPECT_EQ(ui.owner().count(StandardPanel::doItMsg), 0u);
 }
 
 TEST(StandardPanel, DoItReachesTheOwnerUnlessThePanelHandlesIt)
@@ -175,18 +152,11 @@ TEST(StandardPanel, DoItReachesTheOwnerUnlessThePanelHandlesIt)
     ui.click(committing, committing->getStandardWidgetBox(StandardPanel::DoItButton).centre());
     EXPECT_EQ(committing->commits, 1);
     EXPECT_EQ(ui.owner().count(StandardPanel::doItMsg), 0u);
-}
 
-TEST(StandardPanel, OwnerMayDestroyThePanelFromItsDoItMessage)
-{
-    UiHarness ui;
-    auto* panel = ui.make<StandardPanel>(panelArgs(StandardPanel::DoItButton), Glob::BottomLeft(50, 50));
+    // The owner may destroy the panel from inside the report.
     GlobWatch watch(panel);
-    ui.owner().onMessage = [&](const RecordingOwner::Received& r) {
-        if (r.name == StandardPanel::doItMsg)
-            Glob::destroy(r.sender);
-    };
-    ui.click(panel, panel->getStandardWidgetBox(StandardPanel::DoItButton).centre());
+    ui.owner().onMessage = [](const RecordingOwner::Received& r) { Glob::destroy(r.sender); };
+    ui.click(panel, doIt.centre());
     ui.step();
     EXPECT_FALSE(watch.alive());
 }
@@ -256,20 +226,6 @@ TEST(StandardPanel, AddingAButtonToAnUntitledPanelMakesRoomForTheTitleBar)
     EXPECT_EQ(row->getY() + row->getHeight(), topBefore - UifStd::getWindowArrangement().titleBarHeight);
 }
 
-TEST(StandardPanel, TitleBarIsPaintedInTheTitleBarColour)
-{
-    UiHarness ui;
-    auto* panel = ui.makeTopLevel<StandardPanel>(panelArgs(StandardPanel::CloseButton), {100, 100});
-    const GlobBox bar = panel->getTitleBarBox();
-    const GlobBox close = panel->getStandardWidgetBox(StandardPanel::CloseButton);
-    // Between the title text and the close button only the bar itself shows.
-    const Colour got = ui.pixelAt(panel, {close.left() - 4, bar.bottom() + 3});
-    const Colour want = panel->getPalette().titleBar();
-    EXPECT_NEAR(got.r(), want.r(), 0.02);
-    EXPECT_NEAR(got.g(), want.g(), 0.02);
-    EXPECT_NEAR(got.b(), want.b(), 0.02);
-}
-
 TEST(StandardPanel, MadeByTypeNameWithItsTitle)
 {
     UiHarness ui;
@@ -292,19 +248,13 @@ TEST(StandardPanel, PointerShowsWhatAnEdgeOrButtonWillDo)
 {
     UiHarness ui;
     auto* panel = ui.makeTopLevel<StandardPanel>(panelArgs(StandardPanel::CloseButton, true), {200, 200});
-    ui.moveTo(panel, XY<int>{299, 100});
-    ui.step();
-    EXPECT_EQ(ui.backend().getCursorShape(), CursorResizeHorizontal);
-    ui.moveTo(panel, XY<int>{150, 1});
-    ui.step();
-    EXPECT_EQ(ui.backend().getCursorShape(), CursorResizeVertical);
-    ui.moveTo(panel, XY<int>{299, 1});
-    ui.step();
-    EXPECT_EQ(ui.backend().getCursorShape(), CursorResizeDiagonal);
-    ui.moveTo(panel, panel->getStandardWidgetBox(StandardPanel::CloseButton).centre());
-    ui.step();
-    EXPECT_EQ(ui.backend().getCursorShape(), CursorHand);
-    ui.moveTo(panel, panel->getUserArea().centre());
-    ui.step();
-    EXPECT_EQ(ui.backend().getCursorShape(), CursorArrow);
+    const std::pair<XY<int>, int> cases[] = {
+        {{299, 100}, CursorResizeHorizontal}, {{150, 1}, CursorResizeVertical}, {{299, 1}, CursorResizeDiagonal},
+        {panel->getStandardWidgetBox(StandardPanel::CloseButton).centre(), CursorHand},
+        {panel->getUserArea().centre(), CursorArrow}};
+    for (const auto& [at, shape] : cases) {
+        ui.moveTo(panel, at);
+        ui.step();
+        EXPECT_EQ(ui.backend().getCursorShape(), shape) << at.x << "," << at.y;
+    }
 }

@@ -147,7 +147,7 @@ TEST(GlobTree, DetachGivesTheChildAwayAndCopiesAreNewWidgets)
 // ---------------------------------------------------------------------------------------------------------
 // Named messages
 
-TEST(GlobMessages, CallMsgReachesTheParentAsAMessageEvent)
+TEST(GlobMessages, CallMsgReachesTheParentAsAMessageEventOrAnExplicitOwnerWhileItLives)
 {
     ProbeGlob parent(100, 100);
     auto* child = parent.addWidget<ProbeGlob>(ProbeGlob::InitArgs(10, 10), Glob::BottomLeft());
@@ -158,23 +158,19 @@ TEST(GlobMessages, CallMsgReachesTheParentAsAMessageEvent)
     ASSERT_EQ(parent.messages.size(), 1u);
     EXPECT_EQ(parent.messages[0].name, "child_clicked");
     EXPECT_EQ(parent.messages[0].sender, child);
-}
 
-TEST(GlobMessages, AnExplicitOwnerHearsInsteadOfTheParentUntilItDies)
-{
-    ProbeGlob parent(100, 100);
-    auto* child = parent.addWidget<ProbeGlob>(ProbeGlob::InitArgs(10, 10), Glob::BottomLeft());
+    // An explicit owner hears instead of the parent until it dies.
     auto* listener = new ProbeGlob(10, 10);
     child->setOwner(listener);
     child->callMsg("to_owner");
     EXPECT_EQ(listener->messages.size(), 1u);
-    EXPECT_TRUE(parent.messages.empty());
+    EXPECT_EQ(parent.messages.size(), 1u);
 
     delete listener;
     EXPECT_EQ(child->owner(), &parent);
     child->callMsg("after_owner_died");
-    ASSERT_EQ(parent.messages.size(), 1u);
-    EXPECT_EQ(parent.messages[0].name, "after_owner_died");
+    ASSERT_EQ(parent.messages.size(), 2u);
+    EXPECT_EQ(parent.messages[1].name, "after_owner_died");
 }
 
 TEST(GlobMessages, MessagesToDeadOrMissingTargetsGoNowhere)
@@ -185,17 +181,6 @@ TEST(GlobMessages, MessagesToDeadOrMissingTargetsGoNowhere)
     EXPECT_TRUE(sender.sendMsg(target, "lost"));
     EXPECT_TRUE(sender.sendMsg(nullptr, "lost"));
     EXPECT_TRUE(sender.callMsg("no_owner")) << "a widget without parent or owner sends into the void";
-}
-
-TEST(GlobMessages, SenderDestroyedByItsOwnerLearnsItFromCallMsg)
-{
-    UiHarness ui;
-    auto* child = ui.make<ProbeGlob>(ProbeGlob::InitArgs(20, 20));
-    ui.owner().onMessage = [](const RecordingOwner::Received& r) { Glob::destroy(r.sender); };
-    EXPECT_FALSE(child->callMsg("please_remove_me"));
-    EXPECT_FALSE(is_good_glob_ptr(child));
-    EXPECT_EQ(ui.owner().numChildren(), 0u);
-    EXPECT_EQ(ui.owner().count("please_remove_me"), 1u);
 }
 
 TEST(GlobMessages, WidgetDestroyedInsideItsOwnHandlerLivesUntilTheDispatchEnds)
@@ -232,6 +217,7 @@ TEST(GlobMessages, ParentRemovingTheClickedChildFromAMessageHandlerIsSafe)
     ui.click(button);
     EXPECT_EQ(reportsAfterDeath, 0);
     EXPECT_FALSE(is_good_glob_ptr(button));
+    EXPECT_EQ(ui.owner().numChildren(), 0u);
     EXPECT_EQ(ui.owner().count("button_pressed"), 1u);
 }
 

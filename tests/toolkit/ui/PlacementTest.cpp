@@ -64,13 +64,6 @@ TEST(PlacementGeometry, RightOfLinesUpTopsByDefaultAndBottomsAtEnd)
         XY<int>(146, 85));
 }
 
-TEST(PlacementGeometry, SiblingReplacesUserAreaForCornerForms)
-{
-    WidgetPosition centred = at(WidgetPosition::Centre, 0, 0);
-    const GlobBox sibling(100, 40, 140, 60);
-    EXPECT_EQ(Placement::resolve(centred, { 10, 10 }, area, &sibling), XY<int>(115, 45));
-}
-
 TEST(PlacementGeometry, KeepInsideMovesTheLeastAndKeepsTopLeftOfOversizedBoxes)
 {
     const GlobBox screen(0, 0, 100, 80);

@@ -6,6 +6,7 @@
 #include "toolkit/ui/Glob.h"
 #include "toolkit/ui/TabOrderable.h"
 
+#include <algorithm>
 #include <functional>
 #include <vector>
 
@@ -44,17 +45,13 @@ public:
 
     size_t countOf(int type) const
     {
-        size_t n = 0;
-        for (const Event& e : events)
-            n += e.type == type ? 1 : 0;
-        return n;
+        const auto ofType = [&](const Event& e) { return e.type == type; };
+        return static_cast<size_t>(std::count_if(events.begin(), events.end(), ofType));
     }
     const Event* lastOf(int type) const
     {
-        for (auto it = events.rbegin(); it != events.rend(); ++it)
-            if (it->type == type)
-                return &*it;
-        return nullptr;
+        const auto it = std::find_if(events.rbegin(), events.rend(), [&](const Event& e) { return e.type == type; });
+        return it == events.rend() ? nullptr : &*it;
     }
 
     struct Heard {

@@ -104,15 +104,13 @@ TEST_F(ButtonsTest, ACallbackReplacesTheMessageAndMayDestroyTheButton)
     EXPECT_EQ(calls, 2);
     EXPECT_FALSE(is_good_glob_ptr(b));
     ui.step(); // painting after the destruction must not touch it
-}
 
-TEST_F(ButtonsTest, AnOwnerMayDestroyTheButtonFromInsideItsReport)
-{
-    Button* b = button();
-    b->setLatching(true);
+    // The owner may do the same from inside the message, after a latching button has flipped.
+    Button* latching = button(L"Latch", 150);
+    latching->setLatching(true);
     ui.owner().onMessage = [](const RecordingOwner::Received& r) { Glob::destroy(r.sender); };
-    ui.click(b);
-    EXPECT_FALSE(is_good_glob_ptr(b));
+    ui.click(latching);
+    EXPECT_FALSE(is_good_glob_ptr(latching));
     ui.step();
 }
 
@@ -158,10 +156,9 @@ TEST_F(ButtonsTest, SetStringAutoFitsTheLabel)
     const int small = b->getWidth();
     b->setStringAuto(UIString(L"A much longer label than before"));
     EXPECT_GT(b->getWidth(), small + 100);
-    EXPECT_EQ(b->getWidth(), Button::calcWidth(UIString(L"A much longer label than before")));
     EXPECT_EQ(b->getHeight(), 22);
     b->setStringAuto(UIString(L"OK"));
-    EXPECT_EQ(b->getWidth(), Button::calcWidth(UIString(L"OK")));
+    EXPECT_EQ(b->getWidth(), Button::calcWidth(UIString(L"OK"))) << "and shrinks back";
 }
 
 TEST_F(ButtonsTest, MadeByTypeNameWithItsLabel)
@@ -256,8 +253,7 @@ TEST_F(CheckboxTest, SetValueFromCodeIsSilentAndShowsTheTick)
 TEST_F(CheckboxTest, WidthFitsTheLabelAndLabelFirstPutsTheBoxAfterIt)
 {
     EXPECT_GT(Checkbox::calcWidth(UIString(L"Do not show this again")), Checkbox::calcWidth(UIString(L"Off")) + 50);
-    Checkbox* first = box(Checkbox::BoxFirst);
-    EXPECT_LT(first->boxArea().left(), 10);
+    EXPECT_LT(box(Checkbox::BoxFirst)->boxArea().left(), 10);
     Checkbox* row = ui.make<Checkbox>(Checkbox::InitArgs(L"Enabled", true, Checkbox::LegendRow, 200, 22),
                                       Glob::BottomLeft(20, 150));
     EXPECT_GT(row->boxArea().left(), 30);
@@ -266,7 +262,6 @@ TEST_F(CheckboxTest, WidthFitsTheLabelAndLabelFirstPutsTheBoxAfterIt)
     EXPECT_TRUE(row->getLocalBox().contains(row->boxArea()));
     ui.click(row, row->boxArea().centre());
     EXPECT_FALSE(row->getValue());
-    (void)first;
 }
 
 // ---------------------------------------------------------------------------------------------------------

@@ -211,28 +211,24 @@ TEST_F(TableWidgetTest, KeysMoveTheCurrentRowWithinBothEndsAndKeepItInView)
 {
     TableWidget* t = table(100);
     ASSERT_TRUE(ui.focus(t));
-    ui.pressKey(Event::KeyUp);
-    EXPECT_EQ(t->getCurrentRow(), 0);
-    ui.pressKey(Event::KeyUp);
-    EXPECT_EQ(t->getCurrentRow(), 0) << "clamped at the top";
+    const auto rowAfter = [&](int key) {
+        ui.pressKey(key);
+        return t->getCurrentRow();
+    };
+    EXPECT_EQ(rowAfter(Event::KeyUp), 0);
+    EXPECT_EQ(rowAfter(Event::KeyUp), 0) << "clamped at the top";
 
-    ui.pressKey(Event::KeyPageDown);
-    const int page = t->getCurrentRow();
+    const int page = rowAfter(Event::KeyPageDown);
     EXPECT_EQ(page, t->getNumVisibleLines() - 1) << "the row at the bottom of the view";
-    ui.pressKey(Event::KeyPageDown);
-    EXPECT_EQ(t->getCurrentRow(), 2 * page);
+    EXPECT_EQ(rowAfter(Event::KeyPageDown), 2 * page);
     EXPECT_EQ(t->getFirstVisibleRow(), page) << "the previous bottom row is kept in view for context";
 
-    ui.pressKey(Event::KeyEnd);
-    EXPECT_EQ(t->getCurrentRow(), 99);
+    EXPECT_EQ(rowAfter(Event::KeyEnd), 99);
     EXPECT_EQ(t->getScrollOffset(), t->getMaxScroll());
-    ui.pressKey(Event::KeyDown);
-    EXPECT_EQ(t->getCurrentRow(), 99) << "clamped at the bottom";
+    EXPECT_EQ(rowAfter(Event::KeyDown), 99) << "clamped at the bottom";
 
-    ui.pressKey(Event::KeyPageUp);
-    EXPECT_EQ(t->getCurrentRow(), 99 - page);
-    ui.pressKey(Event::KeyHome);
-    EXPECT_EQ(t->getCurrentRow(), 0);
+    EXPECT_EQ(rowAfter(Event::KeyPageUp), 99 - page);
+    EXPECT_EQ(rowAfter(Event::KeyHome), 0);
     EXPECT_EQ(t->getScrollOffset(), 0);
 }
 
@@ -345,7 +341,6 @@ TEST_F(TableWidgetTest, BoolCellsToggleAtOneClickAndChoiceCellsOfferTheirChoices
 
 TEST_F(TableWidgetTest, ColouredCellsAndTheCurrentRowShowOnScreen)
 {
-    data.fill(10);
     data.backgrounds[1] = Colour(1.0, 0.0, 0.0);
     TableWidget* t = table(10);
     t->setCurrentPosition(0, 3);

