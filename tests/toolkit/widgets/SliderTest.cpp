@@ -39,7 +39,7 @@ TEST_F(SliderTest, PositionsAndPixelsMapBothWaysAcrossTheTrack)
         EXPECT_NEAR(s->xToValue(s->valueToX(v)), v, 40.0 / (s->trackRight() - s->trackLeft()));
 }
 
-TEST_F(SliderTest, ClickInTheTrackJumpsAndDraggingClampsAtBothEnds)
+TEST_F(SliderTest, ClickInTheTrackJumpsAndDraggingKeepsTheGripAndClampsAtBothEnds)
 {
     Slider* s = slider(0.0, 100.0);
     const int x75 = s->valueToX(75.0);
@@ -55,16 +55,20 @@ TEST_F(SliderTest, ClickInTheTrackJumpsAndDraggingClampsAtBothEnds)
     ui.owner().clear();
     ui.drag(s, {s->valueToX(0.0), mid(s)}, {-30, mid(s)});
     EXPECT_EQ(ui.owner().count(), 0u) << "pushing past the end changes nothing, so nobody is told";
-}
 
-TEST_F(SliderTest, ThumbKeepsWhereItWasGripped)
-{
-    Slider* s = slider(0.0, 100.0);
+    // Gripped 3 pixels right of its centre and moved 20 pixels: the centre moves 20 pixels, no jump.
     s->setPosition(50.0);
     const int centre = s->valueToX(50.0);
-    // Gripped 3 pixels right of its centre and moved 20 pixels: the centre moves 20 pixels, no jump.
     ui.drag(s, {centre + 3, mid(s)}, {centre + 23, mid(s)});
     EXPECT_NEAR(s->getValue(), s->xToValue(centre + 20), 1e-9);
+
+    // Disabled, it ignores the user.
+    const double before = s->getValue();
+    const size_t heard = ui.owner().count();
+    s->setEnabled(false);
+    ui.click(s, XY<int>(s->valueToX(80.0), mid(s)));
+    EXPECT_DOUBLE_EQ(s->getValue(), before);
+    EXPECT_EQ(ui.owner().count(), heard);
 }
 
 TEST_F(SliderTest, KeysStepPageAndJumpToTheEnds)
@@ -118,15 +122,6 @@ TEST_F(SliderTest, ThePointOfInterestIsDrawnUnderTheTrack)
     EXPECT_TRUE(ui.pixelAt(s, at).isCloseTo(before));
 }
 
-TEST_F(SliderTest, DisabledSlidersIgnoreTheUser)
-{
-    Slider* s = slider(0.0, 1.0);
-    s->setEnabled(false);
-    ui.click(s, XY<int>(s->valueToX(0.8), mid(s)));
-    EXPECT_DOUBLE_EQ(s->getValue(), 0.0);
-    EXPECT_EQ(ui.owner().count(), 0u);
-}
-
 // ---------------------------------------------------------------------------------------------------------
 // Scroll bars
 
@@ -142,9 +137,20 @@ protected:
     }
 };
 
-TEST_F(ScrollBarTest, ThePositionIsClampedAtBothEnds)
+TEST_F(ScrollBarTest, TheThumbIsTheVisibleFractionAndItsPositionIsClampedAtBothEnds)
 {
-    ScrollBar* b = bar(0.25);
+    ScrollBar* b = bar(0.5);
+    const GlobBox track = b->trackBox();
+    EXPECT_NEAR(b->thumbBox().height(), track.height() / 2, 1) << "the thumb is the visible fraction";
+    EXPECT_EQ(b->thumbBox().top(), track.top());
+    b->setThumbPos(0.5);
+    EXPECT_EQ(b->thumbBox().bottom(), track.bottom());
+    b->setThumbSize(0.001);
+    EXPECT_GE(b->thumbBox().height(), 8) << "a sliver of a view still has a grip";
+    b->setThumbPos(1.0);
+    EXPECT_GE(b->thumbBox().bottom(), track.bottom());
+
+    b->setThumbSize(0.25);
     b->setThumbPos(2.0);
     EXPECT_DOUBLE_EQ(b->getThumbPos(), 0.75);
     b->setThumbPos(-1.0);
@@ -156,20 +162,6 @@ TEST_F(ScrollBarTest, ThePositionIsClampedAtBothEnds)
     EXPECT_DOUBLE_EQ(b->getThumbSize(), 1.0);
     EXPECT_DOUBLE_EQ(b->getThumbPos(), 0.0);
     EXPECT_FALSE(b->isScrollable());
-}
-
-TEST_F(ScrollBarTest, TheThumbIsTheVisibleFractionAndStaysInTheTrack)
-{
-    ScrollBar* b = bar(0.5);
-    const GlobBox track = b->trackBox();
-    EXPECT_NEAR(b->thumbBox().height(), track.height() / 2, 1);
-    EXPECT_EQ(b->thumbBox().top(), track.top());
-    b->setThumbPos(0.5);
-    EXPECT_EQ(b->thumbBox().bottom(), track.bottom());
-    b->setThumbSize(0.001);
-    EXPECT_GE(b->thumbBox().height(), 8) << "a sliver of a view still has a grip";
-    b->setThumbPos(1.0);
-    EXPECT_GE(b->thumbBox().bottom(), track.bottom());
 }
 
 TEST_F(ScrollBarTest, ArrowsAndTheWheelAskTheOwnerToScroll)

@@ -146,7 +146,7 @@ TEST_F(TextBoxTest, ObfuscatedBoxesShowBulletsAndRefuseCopy)
     EXPECT_NE(b->xForPos(6), plain->xForPos(6));
 }
 
-TEST_F(TextBoxTest, ReadOnlyBoxesSelectAndCopyButRefuseEdits)
+TEST_F(TextBoxTest, ReadOnlyBoxesSelectAndCopyButRefuseEditsAndDisabledOnesIgnoreInput)
 {
     TextBoxBase* b = box(L"fixed");
     b->setEditable(false);
@@ -160,6 +160,14 @@ TEST_F(TextBoxTest, ReadOnlyBoxesSelectAndCopyButRefuseEdits)
     ui.pressKey('c', Event::Ctrl);
     EXPECT_EQ(ui.screen().getClipboardText(), L"fixed");
     EXPECT_EQ(ui.owner().count(TextBoxBase::changedMsg), 0u);
+
+    // A disabled box takes neither the keys nor the focus.
+    TextBoxBase* disabled = box(L"kept");
+    disabled->setEnabled(false);
+    ui.typeText(L"x");
+    ui.click(disabled);
+    EXPECT_EQ(disabled->getString(), L"kept");
+    EXPECT_FALSE(disabled->hasFocus());
 }
 
 TEST_F(TextBoxTest, CommitOnReturnAndOnFocusLossAfterAChangeOnly)
@@ -261,16 +269,6 @@ TEST_F(TextBoxTest, CaretBlinksOnTheToolkitClockAndGhostShowsOnlyWhenEmptyAndUnf
     b->setString(L"typed");
     b->setString(L"");
     EXPECT_TRUE(samePixels(unfocusedWithGhost, ui.grab(b->getScreenBox()))) << "the ghost returns when emptied";
-}
-
-TEST_F(TextBoxTest, DisabledBoxesIgnoreInput)
-{
-    TextBoxBase* b = box(L"kept");
-    b->setEnabled(false);
-    ui.typeText(L"x");
-    ui.click(b);
-    EXPECT_EQ(b->getString(), L"kept");
-    EXPECT_FALSE(b->hasFocus());
 }
 
 // ---------------------------------------------------------------------------------------------------------
