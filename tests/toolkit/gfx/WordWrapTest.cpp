@@ -9,6 +9,7 @@
 
 #include <random>
 #include <string>
+#include <tuple>
 #include <vector>
 
 using namespace Pictor;
@@ -127,13 +128,11 @@ TEST(WordWrap, WordsSplitBetweenLettersShowAHyphen)
 TEST(WordWrap, EdgeCases)
 {
     const auto font = loadFont(FontDesc());
-    EXPECT_EQ(WordWrappingTextRenderer::calcNumDisplayLines(std::wstring_view(L""), *font, 100.0), 1);
-    EXPECT_EQ(WordWrappingTextRenderer::calcNumDisplayLines(std::wstring_view(L"\n"), *font, 100.0), 2);
-    EXPECT_EQ(WordWrappingTextRenderer::calcNumDisplayLines(std::wstring_view(L"a\n\nb"), *font, 100.0), 3);
-    // No room at all still shows every character, one per line.
-    EXPECT_EQ(WordWrappingTextRenderer::calcNumDisplayLines(std::wstring_view(L"abc"), *font, 0.0), 3);
-    EXPECT_EQ(WordWrappingTextRenderer::calcNumDisplayLines(std::wstring_view(L"abc"), *font, -50.0), 3);
-    EXPECT_EQ(WordWrappingTextRenderer::calcNumDisplayLines(std::wstring_view(L"a b c d"), *font, 1e12), 1);
+    // Text, width, lines. No room at all still shows every character, one per line.
+    const std::tuple<const wchar_t*, double, int> cases[] = {{L"", 100.0, 1},  {L"\n", 100.0, 2},  {L"a\n\nb", 100.0, 3},
+                                                             {L"abc", 0.0, 3}, {L"abc", -50.0, 3}, {L"a b c d", 1e12, 1}};
+    for (const auto& [text, width, lines] : cases)
+        EXPECT_EQ(WordWrappingTextRenderer::calcNumDisplayLines(std::wstring_view(text), *font, width), lines) << width;
     // The description overloads load the same font.
     const std::wstring text = L"The description overloads wrap exactly like the font ones";
     const int byFont = WordWrappingTextRenderer::calcNumDisplayLines(std::wstring_view(text), *font, 90.0);

@@ -98,10 +98,10 @@ TEST_F(DropDown, SelectionByPositionAndByLabel)
     EXPECT_TRUE(button->setSelectedItem(MenuItemIndex(L"NTSC||720x480")));
     EXPECT_EQ(button->getSelectedItem(), 1);
     // A heading is not an entry, and a label that matches nothing leaves the selection alone.
-    button->setSelectedItem(MenuItemIndex(L"Standard"));
-    EXPECT_EQ(button->getSelectedItem(), 1);
-    button->setSelectedItem(MenuItemIndex(L"Nothing like it"));
-    EXPECT_EQ(button->getSelectedItem(), 1);
+    for (const wchar_t* label : {L"Standard", L"Nothing like it"}) {
+        button->setSelectedItem(MenuItemIndex(label));
+        EXPECT_EQ(button->getSelectedItem(), 1) << label;
+    }
     // Past the end selects nothing, and says so.
     EXPECT_TRUE(button->setSelectedItem(MenuItemIndex(size_t(2))));
     EXPECT_FALSE(button->setSelectedItem(MenuItemIndex(size_t(1) << 33)));
