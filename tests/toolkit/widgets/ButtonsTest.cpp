@@ -125,8 +125,7 @@ TEST_F(ButtonsTest, LatchingButtonsFlipTheirDownStateAndCodeSwitchesItSilently)
     EXPECT_EQ(ui.owner().count(Button::clickMsg), 2u);
 
     b->setDown(true);
-    EXPECT_TRUE(b->isDown());
-    EXPECT_EQ(ui.owner().count(), 2u);
+    EXPECT_EQ(ui.owner().count(), 2u) << "set from code: silent";
     // An ordinary button pressed by its owner stays down through clicks: only latching buttons flip.
     Button* tool = button(L"Tool", 150);
     tool->setDown(true);
@@ -144,7 +143,6 @@ TEST_F(ButtonsTest, OwnMessagesAndDownColours)
     const Colour back = Colour::fromBytes(200, 40, 40);
     b->setDownCols(back, Colour::fromBytes(255, 255, 255));
     b->setDown(true);
-    EXPECT_TRUE(b->getBackCol().isCloseTo(back));
     EXPECT_TRUE(ui.pixelAt(b, {4, 4}).isCloseTo(back, 2.0 / 255)) << "the down face is drawn in the down colour";
     b->setDown(false);
     EXPECT_FALSE(ui.pixelAt(b, {4, 4}).isCloseTo(back, 20.0 / 255));
@@ -277,7 +275,6 @@ TEST_F(RadioTest, OneSelectionAtATimeAndOneMessagePerChange)
 {
     RadioSet* r = set();
     ASSERT_EQ(r->numWidgets(), 3u);
-    EXPECT_EQ(r->getSelected(), 0);
     ui.click(r->getWidget(size_t{2}));
     EXPECT_EQ(r->getSelected(), 2);
     EXPECT_FALSE(r->getWidget(size_t{0})->isDown());

@@ -32,24 +32,19 @@ public:
     // When set, that many rows made up from their number instead of `rows` (a million rows stored would
     // cost the test more than the table).
     unsigned generated = 0;
-    std::vector<TableColumnDescription> columns;
+    std::vector<TableColumnDescription> columns = {
+        TableColumnDescription(L"Name", "name", 120).setResizeable(true).setEditable(true),
+        TableColumnDescription(L"On", "on", 40).setFieldType(TableColumnDescription::BoolField).setEditable(true),
+        TableColumnDescription(L"Kind", "kind")
+            .setFieldType(TableColumnDescription::ChoiceField)
+            .setEditable(true)
+            .setChoices({L"Video", L"Audio", L"Still"})};
     bool uniform = false;
     bool refuseEdits = false;
     std::set<unsigned> rowsAsked;
     size_t heightCalls = 0;
     std::vector<std::pair<unsigned, std::wstring>> edits;
     std::map<unsigned, Colour> backgrounds;
-
-    TestAdaptor()
-    {
-        columns.push_back(TableColumnDescription(L"Name", "name", 120).setResizeable(true).setEditable(true));
-        columns.push_back(TableColumnDescription(L"On", "on", 40).setFieldType(TableColumnDescription::BoolField)
-                              .setEditable(true));
-        columns.push_back(TableColumnDescription(L"Kind", "kind")
-                              .setFieldType(TableColumnDescription::ChoiceField)
-                              .setEditable(true)
-                              .setChoices({L"Video", L"Audio", L"Still"}));
-    }
 
     void fill(unsigned n)
     {
