@@ -73,8 +73,9 @@ TEST_F(MenuFixture, HeadingsAndDisabledItemsAreNeverChosen)
     MenuGlob* menu = openByButton();
     ASSERT_NE(menu, nullptr);
     GlobWatch watch(menu);
-    ui.click(menu, rowCentre(menu, 1));
+    // The disabled item first: a click on the open heading folds its group and moves the rows below it.
     ui.click(menu, rowCentre(menu, 3));
+    ui.click(menu, rowCentre(menu, 1));
     EXPECT_TRUE(chosen.empty());
     EXPECT_TRUE(watch.alive());
     EXPECT_FALSE(menu->setHighlighted(1));
