@@ -1,122 +1,76 @@
 #include "toolkit/support/FileUtils.h"
 #include "toolkit/support/OS.h"
 
+#include "FileTestSupport.h"
+
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <optional>
+#include <initializer_list>
 #include <string>
-#include <unistd.h>
+#include <tuple>
+#include <utility>
 #include <vector>
 
-namespace fs = std::filesystem;
 using WString = LightweightString<wchar_t>;
 using Cv::FilespecUtils::makeValidFilespec;
 using Cv::FilespecUtils::makeValidFilespecNTFS;
 
 namespace {
 
-// Sets an environment variable for one scope and restores what was there.
-class ScopedEnv {
-public:
-    ScopedEnv(const char* name, const char* value) : m_name(name)
-    {
-        if (const char* old = std::getenv(name))
-            m_old = old;
-        if (value)
-            ::setenv(name, value, 1);
-        else
-            ::unsetenv(name);
-    }
-    ~ScopedEnv()
-    {
-        if (m_old)
-            ::setenv(m_name, m_old->c_str(), 1);
-        else
-            ::unsetenv(m_name);
-    }
-
-private:
-    const char* m_name;
-    std::optional<std::string> m_old;
-};
+using namespace FileTestSupport;
 
 class FileUtilsFolderTest : public ::testing::Test {
 protected:
-    FileUtilsFolderTest()
-        : m_folder(fs::temp_directory_path()
-              / ("tessel-files-" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name())
-                  + "-" + std::to_string(::getpid())))
-    {
-        fs::remove_all(m_folder);
-        fs::create_directories(m_folder);
-    }
-    ~FileUtilsFolderTest() override
-    {
-        std::error_code error;
-        fs::remove_all(m_folder, error);
-    }
-    void touch(const std::string& name) const { std::ofstream(m_folder / name) << "x"; }
+    void touch(const std::string& name) const { writeBytes(m_scratch.file(name), "x"); }
     WString folder() const { return fromUTF8(m_folder.string()); }
 
-    fs::path m_folder;
+    ScratchFolder m_scratch { "tessel-files" };
+    const fs::path& m_folder = m_scratch.path();
 };
+
+// Checks a text function of a path against rows of (input, expected result).
+template <typename Function>
+void expectEach(Function function, std::initializer_list<std::pair<const wchar_t*, const wchar_t*>> rows)
+{
+    for (const auto& [input, expected] : rows)
+        EXPECT_EQ(function(WString(input)), WString(expected)) << toUTF8(std::wstring_view(input)).c_str();
+}
 
 TEST(PathHelpers, JoinPutsExactlyOneSeparatorBetweenParts)
 {
-    EXPECT_EQ(joinPaths(L"a", L"b"), L"a/b");
-    EXPECT_EQ(joinPaths(L"a/", L"b"), L"a/b");
-    EXPECT_EQ(joinPaths(L"a//", L"//b"), L"a/b");
-    EXPECT_EQ(joinPaths(L"/", L"x"), L"/x");
-    EXPECT_EQ(joinPaths(L"/data/", L"Tutorials/"), L"/data/Tutorials/");
-    EXPECT_EQ(joinPaths(L"", L"b"), L"b");
-    EXPECT_EQ(joinPaths(L"a/", L""), L"a/");
-    EXPECT_EQ(joinPaths(L"", L""), L"");
-    EXPECT_EQ(joinPaths(L"dir", L"*.CvTutorial"), L"dir/*.CvTutorial");
+    const std::tuple<const wchar_t*, const wchar_t*, const wchar_t*> rows[] = {{L"a", L"b", L"a/b"},
+        {L"a/", L"b", L"a/b"}, {L"a//", L"//b", L"a/b"}, {L"/", L"x", L"/x"}, {L"", L"b", L"b"}, {L"a/", L"", L"a/"},
+        {L"", L"", L""}};
+    for (const auto& [head, tail, joined] : rows)
+        EXPECT_EQ(joinPaths(head, tail), WString(joined)) << toUTF8(std::wstring_view(head)).c_str();
 }
 
 TEST(PathHelpers, NamesFoldersAndExtensions)
 {
-    EXPECT_EQ(stripPath(L"/a/b/name.CvTutorial"), L"name.CvTutorial");
-    EXPECT_EQ(stripPath(L"name"), L"name");
-    EXPECT_EQ(stripPath(L"a/b/"), L"b");
-    EXPECT_EQ(stripPath(L"/"), L"");
-    EXPECT_EQ(stripPath(L""), L"");
-
-    EXPECT_EQ(getDirectory(L"/a/b/c.txt"), L"/a/b");
-    EXPECT_EQ(getDirectory(L"/c.txt"), L"/");
-    EXPECT_EQ(getDirectory(L"c.txt"), L"");
-    EXPECT_EQ(getDirectory(L"a//b/"), L"a");
-    EXPECT_EQ(getDirectory(L"/"), L"");
-
-    EXPECT_EQ(stripExtension(L"a/b.tar.gz"), L"a/b.tar");
-    EXPECT_EQ(stripExtension(L"dir.d/file"), L"dir.d/file");
-    EXPECT_EQ(stripExtension(L".profile"), L".profile");
-    EXPECT_EQ(stripExtension(L"dir/.profile"), L"dir/.profile");
-    EXPECT_EQ(stripExtension(L"file."), L"file");
-    EXPECT_EQ(getExtension(L"a/b.tar.gz"), L".gz");
-    EXPECT_EQ(getExtension(L"a.d/b"), L"");
+    expectEach([](const WString& path) { return stripPath(path); },
+        {{L"/a/b/name.CvTutorial", L"name.CvTutorial"}, {L"name", L"name"}, {L"a/b/", L"b"}, {L"/", L""}, {L"", L""}});
+    expectEach([](const WString& path) { return getDirectory(path); },
+        {{L"/a/b/c.txt", L"/a/b"}, {L"/c.txt", L"/"}, {L"c.txt", L""}, {L"a//b/", L"a"}, {L"/", L""}});
+    expectEach([](const WString& path) { return stripExtension(path); },
+        {{L"a/b.tar.gz", L"a/b.tar"}, {L"dir.d/file", L"dir.d/file"}, {L".profile", L".profile"},
+            {L"dir/.profile", L"dir/.profile"}, {L"file.", L"file"}});
+    expectEach([](const WString& path) { return getExtension(path); }, {{L"a/b.tar.gz", L".gz"}, {L"a.d/b", L""}});
     // The browser's display name: no folder, no extension.
     EXPECT_EQ(stripExtension(stripPath(L"/pics/holiday.final.png")), L"holiday.final");
 }
 
 TEST(PathHelpers, WildcardsMatchWholeNames)
 {
-    EXPECT_TRUE(matchesWildcard(L"*.CvTutorial", L"a.CvTutorial"));
-    EXPECT_TRUE(matchesWildcard(L"*.CvTutorial", L".CvTutorial"));
-    EXPECT_FALSE(matchesWildcard(L"*.CvTutorial", L"a.CvTutorial.bak"));
-    EXPECT_FALSE(matchesWildcard(L"*.CvTutorial", L"a.cvtutorial"));
-    EXPECT_TRUE(matchesWildcard(L"*.CvTutorial", L"a.cvtutorial", true));
-    EXPECT_TRUE(matchesWildcard(L"*", L""));
-    EXPECT_FALSE(matchesWildcard(L"?", L""));
-    EXPECT_TRUE(matchesWildcard(L"a?c", L"abc"));
-    EXPECT_FALSE(matchesWildcard(L"a?c", L"ac"));
-    EXPECT_TRUE(matchesWildcard(L"*.*", L"x.png"));
-    EXPECT_FALSE(matchesWildcard(L"*.*", L"README"));
-    EXPECT_TRUE(matchesWildcard(L"*ab*ab", L"xxabyyabab"));
-    EXPECT_TRUE(matchesWildcard(L"[a]", L"[a]"));
+    // Pattern, name, whether case is ignored, whether it matches.
+    const std::tuple<const wchar_t*, const wchar_t*, bool, bool> rows[] = {
+        {L"*.CvTutorial", L".CvTutorial", false, true},
+        {L"*.CvTutorial", L"a.CvTutorial.bak", false, false}, {L"*.CvTutorial", L"a.cvtutorial", false, false},
+        {L"*.CvTutorial", L"a.cvtutorial", true, true}, {L"*", L"", false, true}, {L"?", L"", false, false},
+        {L"a?c", L"abc", false, true}, {L"a?c", L"ac", false, false}, {L"*.*", L"README", false, false},
+        {L"*ab*ab", L"xxabyyabab", false, true}, {L"[a]", L"[a]", false, true}};
+    for (const auto& [pattern, name, caseless, matches] : rows)
+        EXPECT_EQ(matchesWildcard(pattern, name, caseless), matches) << toUTF8(std::wstring_view(pattern)).c_str()
+                                                                     << " " << toUTF8(std::wstring_view(name)).c_str();
     // Many stars against a long near-miss must still answer (and answer no).
     EXPECT_FALSE(matchesWildcard(L"*a*a*a*a*a*a*a*a*b", std::wstring(5000, L'a')));
 }
@@ -204,14 +158,9 @@ TEST_F(FileUtilsFolderTest, DataFoldersFollowTheXdgVariables)
 
 TEST(Filespec, AnyTextBecomesOneValidName)
 {
-    EXPECT_EQ(makeValidFilespec(L"a/b\\c"), L"a_b_c");
-    EXPECT_EQ(makeValidFilespec(L"tab\there\x7f"), L"tab_here_");
-    EXPECT_EQ(makeValidFilespec(L""), L"_");
-    EXPECT_EQ(makeValidFilespec(L"  "), L"_");
-    EXPECT_EQ(makeValidFilespec(L".."), L"_");
-    EXPECT_EQ(makeValidFilespec(L"."), L"_");
-    EXPECT_EQ(makeValidFilespec(L" report.txt "), L"report.txt");
-    EXPECT_EQ(makeValidFilespec(L"a:b?"), L"a:b?");
+    expectEach([](const WString& name) { return makeValidFilespec(name); },
+        {{L"a/b\\c", L"a_b_c"}, {L"tab\there\x7f", L"tab_here_"}, {L"", L"_"}, {L"  ", L"_"}, {L"..", L"_"},
+            {L".", L"_"}, {L" report.txt ", L"report.txt"}, {L"a:b?", L"a:b?"}});
     EXPECT_EQ(makeValidFilespec(L"x/y", L'-'), L"x-y");
     EXPECT_EQ(makeValidFilespec(L"x/y", L'/'), L"x_y");
 
@@ -227,14 +176,9 @@ TEST(Filespec, AnyTextBecomesOneValidName)
 
 TEST(Filespec, PortableNamesAvoidOtherSystemsReservedForms)
 {
-    EXPECT_EQ(makeValidFilespecNTFS(L"a:b?c*<d>|\"e\""), L"a_b_c__d___e_");
-    EXPECT_EQ(makeValidFilespecNTFS(L"CON"), L"_CON");
-    EXPECT_EQ(makeValidFilespecNTFS(L"con.txt"), L"_con.txt");
-    EXPECT_EQ(makeValidFilespecNTFS(L"lpt9"), L"_lpt9");
-    EXPECT_EQ(makeValidFilespecNTFS(L"COM10"), L"COM10");
-    EXPECT_EQ(makeValidFilespecNTFS(L"console"), L"console");
-    EXPECT_EQ(makeValidFilespecNTFS(L"name. . "), L"name");
-    EXPECT_EQ(makeValidFilespecNTFS(L"..."), L"_");
+    expectEach([](const WString& name) { return makeValidFilespecNTFS(name); },
+        {{L"a:b?c*<d>|\"e\"", L"a_b_c__d___e_"}, {L"CON", L"_CON"}, {L"con.txt", L"_con.txt"}, {L"lpt9", L"_lpt9"},
+            {L"COM10", L"COM10"}, {L"console", L"console"}, {L"name. . ", L"name"}, {L"...", L"_"}});
     EXPECT_EQ(makeValidFilespecNTFS(L"/tmp/out", L"Task:Log", L".html", L'?'), L"/tmp/out/Task_Log.html");
     EXPECT_EQ(makeValidFilespecNTFS(L"/tmp", L"AUX", L".html"), L"/tmp/_AUX.html");
 }

@@ -1,86 +1,22 @@
 #include "toolkit/support/Preferences.h"
 
+#include "FileTestSupport.h"
+
 #include <gtest/gtest.h>
 
 #include <chrono>
 #include <csignal>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 #include <vector>
 
-namespace fs = std::filesystem;
-
-namespace {
-
-class TempFolder {
-public:
-    TempFolder()
-    {
-        const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-        m_path = fs::temp_directory_path()
-            / ("tessel-" + std::string(test->name()) + "-" + std::to_string(::getpid()));
-        fs::remove_all(m_path);
-        fs::create_directories(m_path);
-    }
-    ~TempFolder()
-    {
-        std::error_code error;
-        fs::remove_all(m_path, error);
-    }
-    std::string file(const std::string& name) const { return (m_path / name).string(); }
-    const fs::path& path() const { return m_path; }
-
-private:
-    fs::path m_path;
-};
-
-void writeBytes(const std::string& path, std::string_view bytes)
-{
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-}
-
-std::string readBytes(const std::string& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-}
-
-class ScopedEnv {
-public:
-    ScopedEnv(const char* name, const char* value) : m_name(name)
-    {
-        if (const char* old = std::getenv(name))
-            m_old = old, m_had = true;
-        if (value)
-            ::setenv(name, value, 1);
-        else
-            ::unsetenv(name);
-    }
-    ~ScopedEnv()
-    {
-        if (m_had)
-            ::setenv(m_name.c_str(), m_old.c_str(), 1);
-        else
-            ::unsetenv(m_name.c_str());
-    }
-
-private:
-    std::string m_name;
-    std::string m_old;
-    bool m_had = false;
-};
-
-} // namespace
+using namespace FileTestSupport;
 
 TEST(Preferences, AwkwardTextRoundTripsThroughTheFile)
 {
-    TempFolder folder;
+    ScratchFolder folder;
     const std::string path = folder.file("preferences");
     const std::vector<std::pair<std::string, std::string>> awkward = {
         {"UI : Show hints", "false"},
@@ -106,12 +42,12 @@ TEST(Preferences, AwkwardTextRoundTripsThroughTheFile)
     EXPECT_EQ(reader.getPreference("wide", L""), L"caf\u00e9 \U0001F3AC");
     EXPECT_EQ(reader.keys().size(), awkward.size() + 1);
     // Nothing is left beside the file after successful writes.
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), fs::directory_iterator()), 1);
+    EXPECT_EQ(folder.entries(), 1u);
 }
 
 TEST(Preferences, TypedValuesReadBackAndForeignTextGivesTheDefault)
 {
-    TempFolder folder;
+    ScratchFolder folder;
     Preferences preferences(folder.file("preferences"));
     preferences.setPreference("int", -42);
     preferences.setPreference("bool", true);
@@ -126,7 +62,6 @@ TEST(Preferences, TypedValuesReadBackAndForeignTextGivesTheDefault)
     EXPECT_EQ(back.getPreference("double", 0.0), 0.1);
     EXPECT_EQ(back.getPreference("file type", "MP4"), "AVI");
     EXPECT_EQ(back.getPreference("wide literal", L""), L"MOV");
-    EXPECT_EQ(back.getPreference("absent", "AVI"), "AVI");
 
     // Text that is not of the asked type answers the default.
     EXPECT_EQ(back.getPreference("file type", 7), 7);
@@ -146,7 +81,7 @@ TEST(Preferences, TypedValuesReadBackAndForeignTextGivesTheDefault)
 
 TEST(Preferences, RemoveIsWrittenAndAnswersWhetherTheKeyWasThere)
 {
-    TempFolder folder;
+    ScratchFolder folder;
     Preferences preferences(folder.file("preferences"));
     preferences.setPreference("UI : Hinted 7", true);
     preferences.setPreference("UI : Hinted 8", true);
@@ -160,7 +95,7 @@ TEST(Preferences, RemoveIsWrittenAndAnswersWhetherTheKeyWasThere)
 
 TEST(Preferences, CorruptOrTruncatedFileKeepsEveryWellFormedLine)
 {
-    TempFolder folder;
+    ScratchFolder folder;
     const std::string path = folder.file("preferences");
     writeBytes(path,
         "# comment=not a key\n"
@@ -189,7 +124,7 @@ TEST(Preferences, CorruptOrTruncatedFileKeepsEveryWellFormedLine)
 
 TEST(Preferences, MissingOrUnwritableFileStillHoldsValuesForTheRun)
 {
-    TempFolder folder;
+    ScratchFolder folder;
     writeBytes(folder.file("a-file"), "x");
     // The folder of this path is a regular file, so nothing can be written there.
     Preferences preferences(folder.file("a-file") + "/preferences");
@@ -205,7 +140,7 @@ TEST(Preferences, MissingOrUnwritableFileStillHoldsValuesForTheRun)
 
 TEST(Preferences, AWriteInterruptedBeforeItsRenameLeavesTheOldFileReadable)
 {
-    TempFolder folder;
+    ScratchFolder folder;
     const std::string path = folder.file("preferences");
     {
         Preferences preferences(path);
@@ -227,7 +162,7 @@ TEST(Preferences, AWriteInterruptedBeforeItsRenameLeavesTheOldFileReadable)
 
 TEST(Preferences, AProcessKilledWhileWritingNeverLeavesAHalfFile)
 {
-    TempFolder folder;
+    ScratchFolder folder;
     const std::string path = folder.file("preferences");
     {
         Preferences seed(path);
@@ -260,7 +195,7 @@ TEST(Preferences, AProcessKilledWhileWritingNeverLeavesAHalfFile)
 
 TEST(Preferences, ConcurrentWritersLoseNothing)
 {
-    TempFolder folder;
+    ScratchFolder folder;
     const std::string path = folder.file("preferences");
     Preferences preferences(path);
     std::vector<std::thread> threads;
@@ -279,7 +214,7 @@ TEST(Preferences, ConcurrentWritersLoseNothing)
 
 TEST(Preferences, SetFileAndReloadSwitchWhatIsRead)
 {
-    TempFolder folder;
+    ScratchFolder folder;
     writeBytes(folder.file("first"), "which=first\n");
     writeBytes(folder.file("second"), "which=second\n");
     Preferences preferences(folder.file("first"));
@@ -294,15 +229,12 @@ TEST(Preferences, SetFileAndReloadSwitchWhatIsRead)
 
 TEST(Preferences, DefaultPathFollowsTheEnvironment)
 {
-    {
-        ScopedEnv xdg("XDG_CONFIG_HOME", "/somewhere/config");
-        EXPECT_EQ(Preferences::defaultPath(), "/somewhere/config/tessel/preferences");
+    const ScopedEnv home("HOME", "/home/editor");
+    // A relative or empty config folder is not a base folder: the home folder's default applies.
+    for (const char* config : {"relative/config", "", static_cast<const char*>(nullptr)}) {
+        const ScopedEnv xdg("XDG_CONFIG_HOME", config);
+        EXPECT_EQ(Preferences::defaultPath(), "/home/editor/.config/tessel/preferences") << (config ? config : "unset");
     }
-    {
-        ScopedEnv home("HOME", "/home/editor");
-        ScopedEnv relative("XDG_CONFIG_HOME", "relative/config");
-        EXPECT_EQ(Preferences::defaultPath(), "/home/editor/.config/tessel/preferences");
-        ScopedEnv empty("XDG_CONFIG_HOME", "");
-        EXPECT_EQ(Preferences::defaultPath(), "/home/editor/.config/tessel/preferences");
-    }
+    const ScopedEnv xdg("XDG_CONFIG_HOME", "/somewhere/config");
+    EXPECT_EQ(Preferences::defaultPath(), "/somewhere/config/tessel/preferences");
 }

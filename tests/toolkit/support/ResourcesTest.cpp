@@ -1,18 +1,20 @@
 #include "toolkit/support/Resources.h"
 #include "toolkit/support/UIString.h"
 
+#include "FileTestSupport.h"
+
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <map>
 #include <regex>
 #include <set>
 #include <string>
-#include <unistd.h>
+#include <tuple>
 
 namespace fs = std::filesystem;
+using namespace FileTestSupport;
 
 namespace {
 
@@ -21,25 +23,13 @@ const std::string shippedTable = std::string(TESSEL_SOURCE_DIR) + "/toolkit/data
 // Points the process's table at a file for one test, and back to the search afterwards.
 class TableFile {
 public:
-    explicit TableFile(std::string_view contents, const std::string& name = "strings.en.txt")
-    {
-        const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-        m_folder = fs::temp_directory_path() / ("tessel-strings-" + std::string(test->name()) + "-"
-            + std::to_string(::getpid()));
-        fs::create_directories(m_folder);
-        std::ofstream((m_folder / name).string(), std::ios::binary) << contents;
-    }
-    ~TableFile()
-    {
-        StringTable::setGlobalFile({});
-        std::error_code error;
-        fs::remove_all(m_folder, error);
-    }
-    std::string folder() const { return m_folder.string(); }
-    std::string path() const { return (m_folder / "strings.en.txt").string(); }
+    explicit TableFile(std::string_view contents) { writeBytes(path(), contents); }
+    ~TableFile() { StringTable::setGlobalFile({}); }
+    std::string folder() const { return m_folder.path().string(); }
+    std::string path() const { return m_folder.file("strings.en.txt"); }
 
 private:
-    fs::path m_folder;
+    ScratchFolder m_folder { "tessel-strings" };
 };
 
 } // namespace
@@ -80,7 +70,6 @@ TEST(StringTable, LookupOfNoneUnknownAndKnownIds)
     EXPECT_EQ(resourceStrW(ResId(501)), L"$TIME$ remaining"); // placeholders are the caller's to fill
     EXPECT_EQ(resourceStr(500), "Save to file");
     EXPECT_TRUE(resourceStrW(ResId::none).empty());
-    EXPECT_TRUE(resourceStrW(ResId()).empty());
     EXPECT_EQ(resourceStrW(12345), L"[#12345]");
     EXPECT_EQ(resourceStrW(-7), L"[#-7]");
     // The missing text is shown as it is, whatever the format.
@@ -97,16 +86,14 @@ TEST(StringTable, UnreadableTableAnswersTheMissingTextForEveryId)
 
 TEST(StringTable, FormatsAdaptTheText)
 {
-    const LightweightString<wchar_t> text(L"\u00e9dit the LUT list");
-    EXPECT_EQ(applyResStrFmt(text, resFmtAsIs), text);
-    EXPECT_EQ(applyResStrFmt(text, resFmtUpperCase), L"\u00c9DIT THE LUT LIST");
-    EXPECT_EQ(applyResStrFmt(text, resFmtLowerCase), L"\u00e9dit the lut list");
-    EXPECT_EQ(applyResStrFmt(text, resFmtTitleCase), L"\u00c9dit The LUT List");
-    EXPECT_EQ(applyResStrFmt(L"Add", resFmtEllipsis), L"Add...");
-    EXPECT_EQ(applyResStrFmt(L"Add...", resFmtEllipsis), L"Add...");
-    EXPECT_EQ(applyResStrFmt(L"Add\u2026", resFmtEllipsis), L"Add\u2026");
-    EXPECT_EQ(applyResStrFmt(L"", resFmtEllipsis), L"...");
-    EXPECT_EQ(applyResStrFmt(text, static_cast<ResStrFmt>(99)), text);
+    const wchar_t* text = L"\u00e9dit the LUT list";
+    const std::tuple<const wchar_t*, ResStrFmt, const wchar_t*> rows[] = {{text, resFmtAsIs, text},
+        {text, resFmtUpperCase, L"\u00c9DIT THE LUT LIST"}, {text, resFmtLowerCase, L"\u00e9dit the lut list"},
+        {text, resFmtTitleCase, L"\u00c9dit The LUT List"}, {text, static_cast<ResStrFmt>(99), text},
+        {L"Add", resFmtEllipsis, L"Add..."}, {L"Add...", resFmtEllipsis, L"Add..."},
+        {L"Add\u2026", resFmtEllipsis, L"Add\u2026"}, {L"", resFmtEllipsis, L"..."}};
+    for (const auto& [input, format, expected] : rows)
+        EXPECT_EQ(applyResStrFmt(input, format), expected) << static_cast<int>(format);
 }
 
 TEST(StringTable, UIStringShowsTheResourceOrTheLiteral)
@@ -123,16 +110,16 @@ TEST(StringTable, UIStringShowsTheResourceOrTheLiteral)
 TEST(StringTable, DataFolderFromTheEnvironmentComesFirst)
 {
     const TableFile file("1\tfrom the environment\n");
-    ::setenv("TESSEL_DATA_DIR", file.folder().c_str(), 1);
+    ScopedEnv dataDir("TESSEL_DATA_DIR", file.folder().c_str());
     EXPECT_EQ(fs::path(StringTable::findDataFile()), fs::path(file.path()));
     StringTable::setGlobalFile({});
     EXPECT_EQ(resourceStrW(1), L"from the environment");
 
     // A folder without the table is passed over.
-    ::setenv("TESSEL_DATA_DIR", "/nonexistent", 1);
-    EXPECT_TRUE(fs::equivalent(StringTable::findDataFile(), shippedTable));
-    ::unsetenv("TESSEL_DATA_DIR");
-    EXPECT_TRUE(fs::equivalent(StringTable::findDataFile(), shippedTable));
+    for (const char* elsewhere : {"/nonexistent", static_cast<const char*>(nullptr)}) {
+        ScopedEnv other("TESSEL_DATA_DIR", elsewhere);
+        EXPECT_TRUE(fs::equivalent(StringTable::findDataFile(), shippedTable));
+    }
 }
 
 TEST(ShippedStringTable, IsWellFormed)

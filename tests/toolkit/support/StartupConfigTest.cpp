@@ -1,48 +1,23 @@
 #include "toolkit/support/StartupConfig.h"
 
+#include "FileTestSupport.h"
+
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <string>
-#include <unistd.h>
-
-namespace fs = std::filesystem;
 
 namespace {
+
+using namespace FileTestSupport;
 
 // A settings file of its own for each test, removed afterwards.
 class ConfigFile {
 public:
-    explicit ConfigFile(std::string_view contents)
-    {
-        const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-        m_path = (fs::temp_directory_path()
-            / ("tessel-startup-" + std::string(test->name()) + "-" + std::to_string(::getpid()) + ".conf"))
-                     .string();
-        std::ofstream(m_path, std::ios::binary) << contents;
-    }
-    ~ConfigFile() { std::remove(m_path.c_str()); }
-    const std::string& path() const { return m_path; }
+    explicit ConfigFile(std::string_view contents) { writeBytes(path(), contents); }
+    std::string path() const { return m_folder.file("startup.conf"); }
 
 private:
-    std::string m_path;
-};
-
-class ScopedEnv {
-public:
-    ScopedEnv(const std::string& name, const char* value) : m_name(name)
-    {
-        if (value)
-            ::setenv(name.c_str(), value, 1);
-        else
-            ::unsetenv(name.c_str());
-    }
-    ~ScopedEnv() { ::unsetenv(m_name.c_str()); }
-
-private:
-    std::string m_name;
+    ScratchFolder m_folder { "tessel-startup" };
 };
 
 } // namespace
