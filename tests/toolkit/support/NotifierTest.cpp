@@ -192,7 +192,11 @@ TEST(GenericNotifier, TypedValuesAndOverriddenEntryPoint)
         int issued = 0;
     };
     struct Handler {
-        int handle(const eAction& action) { return actions.push_back(action), 0; }
+        int handle(const eAction& action)
+        {
+            actions.push_back(action);
+            return 0;
+        }
         std::vector<eAction> actions;
     } handler;
 
