@@ -22,12 +22,6 @@ LightweightString<wchar_t> MenuItem::getDisplayText() const
 
 namespace {
 
-const Pictor::Font& menuFont()
-{
-    static Cv::Ptr<Pictor::Font> font = Pictor::loadFont(UifStd::getDefaultFont());
-    return *font;
-}
-
 // A small solid triangle pointing down (open group, scroll down) or right (folded group) or up.
 enum class Arrow { Up, Down, Right };
 
@@ -253,7 +247,7 @@ bool MenuGlob::chooseItem(size_t index)
 
 XY<int> MenuGlob::calcSize() const
 {
-    const Pictor::Font& font = menuFont();
+    const Pictor::Font& font = UifStd::defaultFont();
     int mainWidth = 0;
     int rightWidth = 0;
     // Every item is measured, shown or not, so that folding a group never changes the width.

@@ -664,10 +664,10 @@ void Screen::tick()
     }
     if (!owner || text.empty() || m_tooltipFor.get() == owner)
         return;
-    static Cv::Ptr<Pictor::Font> font = Pictor::loadFont(UifStd::getDefaultFont());
+    const Pictor::Font& font = UifStd::defaultFont();
     const int pad = UifStd::getWidgetGap();
-    const int w = std::min<int>(m_width, font->pixelWidth(text.view()) + 2 * pad);
-    const int h = static_cast<int>(font->lineHeight()) + pad;
+    const int w = std::min<int>(m_width, font.pixelWidth(text.view()) + 2 * pad);
+    const int h = static_cast<int>(font.lineHeight()) + pad;
     auto* tip = new TooltipGlob(text, static_cast<uint16_t>(w), static_cast<uint16_t>(h));
     // Below and to the right of the pointer, clear of the cursor, and on the screen.
     const GlobBox wanted = GlobBox::fromOriginAndSize({ m_mousePos.x + 12, m_mousePos.y - h - 16 }, { w, h });

@@ -11,18 +11,6 @@ using Pictor::PaintRect;
 
 namespace {
 
-const Pictor::Font& defaultFont()
-{
-    static Cv::Ptr<Pictor::Font> font = Pictor::loadFont(UifStd::getDefaultFont());
-    return *font;
-}
-
-const Pictor::Font& titleFont()
-{
-    static Cv::Ptr<Pictor::Font> font = Pictor::loadFont(UifStd::getTitleFont());
-    return *font;
-}
-
 // Room between a label and the edges of what it sits on.
 PaintRect textBox(const GlobBox& box)
 {
@@ -77,7 +65,7 @@ void StylePainter::drawLabelledButton(Pictor::Painter& p, const GlobBox& box, co
 {
     drawButton(p, box, pal, state, focused);
     const Colour ink = state == Disabled ? pal.disabledText() : state == Pressed ? pal.highlightText() : pal.text();
-    p.drawTextInBox(label, defaultFont(), ink, textBox(box), Pictor::TextAlign::Centre, Pictor::textEllipsis);
+    p.drawTextInBox(label, UifStd::defaultFont(), ink, textBox(box), Pictor::TextAlign::Centre, Pictor::textEllipsis);
 }
 
 void StylePainter::drawFocusRing(Pictor::Painter& p, const GlobBox& box, const Palette& pal)
@@ -92,7 +80,7 @@ void StylePainter::drawTitleBar(
     // A hairline under the title separates it from the panel's content.
     p.drawLine(box.left(), box.bottom(), box.right() - 1, box.bottom(), pal.border());
     const Colour ink = active ? pal.titleText() : pal.titleText().mix(pal.titleBar(), 0.45);
-    p.drawTextInBox(title, titleFont(), ink, textBox(box), Pictor::TextAlign::Left, Pictor::textEllipsis);
+    p.drawTextInBox(title, UifStd::titleFont(), ink, textBox(box), Pictor::TextAlign::Left, Pictor::textEllipsis);
 }
 
 void StylePainter::drawCheckBox(Pictor::Painter& p, const GlobBox& box, const Palette& pal, bool checked, bool enabled)
@@ -136,7 +124,7 @@ void StylePainter::drawGauge(Pictor::Painter& p, const GlobBox& box, const Palet
 void StylePainter::drawLabel(Pictor::Painter& p, const GlobBox& box, const Palette& pal, std::wstring_view text,
     Pictor::TextAlign align, bool enabled)
 {
-    p.drawTextInBox(text, defaultFont(), pal.text(enabled), box, align, Pictor::textEllipsis);
+    p.drawTextInBox(text, UifStd::defaultFont(), pal.text(enabled), box, align, Pictor::textEllipsis);
 }
 
 void StylePainter::drawMenuBackground(Pictor::Painter& p, const GlobBox& box, const Palette& pal)
@@ -151,7 +139,7 @@ void StylePainter::drawMenuItem(
     if (highlighted && enabled)
         p.fillRect(box, pal.highlight());
     const Colour ink = !enabled ? pal.disabledText() : highlighted ? pal.highlightText() : pal.text();
-    p.drawTextInBox(text, defaultFont(), ink, textBox(box), Pictor::TextAlign::Left, Pictor::textEllipsis);
+    p.drawTextInBox(text, UifStd::defaultFont(), ink, textBox(box), Pictor::TextAlign::Left, Pictor::textEllipsis);
 }
 
 void StylePainter::drawSeparator(Pictor::Painter& p, const GlobBox& box, const Palette& pal)
@@ -179,5 +167,6 @@ void StylePainter::drawTooltip(Pictor::Painter& p, const GlobBox& box, const Pal
 {
     p.fillRect(box, pal.window(4));
     p.strokeRect(box, pal.border());
-    p.drawTextInBox(text, defaultFont(), pal.text(), textBox(box), Pictor::TextAlign::Left, Pictor::textNoFlags);
+    p.drawTextInBox(text, UifStd::defaultFont(), pal.text(), textBox(box), Pictor::TextAlign::Left,
+                    Pictor::textNoFlags);
 }

@@ -1,5 +1,7 @@
 #include "toolkit/ui/UifStd.h"
 
+#include "toolkit/gfx/Font.h"
+
 int UifStd::getButtonHeight()
 {
     return 22;
@@ -38,6 +40,18 @@ Pictor::FontDesc UifStd::getTitleFont()
 Pictor::FontDesc UifStd::getDefaultFont()
 {
     return Pictor::FontDesc(getDefaultFontName(), getDefaultFontSize());
+}
+
+const Pictor::Font& UifStd::titleFont()
+{
+    static const Cv::Ptr<Pictor::Font> font = Pictor::loadFont(getTitleFont());
+    return *font;
+}
+
+const Pictor::Font& UifStd::defaultFont()
+{
+    static const Cv::Ptr<Pictor::Font> font = Pictor::loadFont(getDefaultFont());
+    return *font;
 }
 
 const Palette& UifStd::getColourScheme()

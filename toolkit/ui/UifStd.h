@@ -5,6 +5,10 @@
 #include "toolkit/gfx/FontDesc.h"
 #include "toolkit/ui/Palette.h"
 
+namespace Pictor {
+class Font;
+}
+
 // How top-level panels are arranged on the screen.
 struct WindowArrangement {
     int titleBarHeight = 22;
@@ -29,6 +33,9 @@ public:
     static int getScrollBarWidth();
     static Pictor::FontDesc getTitleFont();
     static Pictor::FontDesc getDefaultFont();
+    // The two fonts above, loaded once and kept for the life of the process.
+    static const Pictor::Font& titleFont();
+    static const Pictor::Font& defaultFont();
     // The standard palette.
     static const Palette& getColourScheme();
     // The desktop colour behind every panel.

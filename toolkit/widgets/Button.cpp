@@ -24,12 +24,6 @@ struct Button::Extras {
 
 namespace {
 
-const Pictor::Font& labelFont()
-{
-    static Cv::Ptr<Pictor::Font> font = Pictor::loadFont(UifStd::getDefaultFont());
-    return *font;
-}
-
 // The round indicator of a radio button: its diameter for a button of the given height.
 int indicatorSize(int height)
 {
@@ -146,7 +140,7 @@ void Button::setStringAuto(const UIString& label)
 
 uint16_t Button::calcWidth(const UIString& label, Style style)
 {
-    const int text = labelFont().pixelWidth(label.getString().view());
+    const int text = UifStd::defaultFont().pixelWidth(label.getString().view());
     const int gap = UifStd::getWidgetGap();
     int width = 0;
     if (style == RadioStyle)
@@ -409,12 +403,12 @@ void Button::drawText()
     const int gap = UifStd::getWidgetGap();
     if (getStyle() == RadioStyle) {
         const int left = gap + indicatorSize(getHeight()) + gap;
-        painter().drawTextInBox(text.view(), labelFont(), getTextCol(),
+        painter().drawTextInBox(text.view(), UifStd::defaultFont(), getTextCol(),
                                 Pictor::PaintRect(left, box.bottom(), box.right() - gap, box.top()),
                                 Pictor::TextAlign::Left, Pictor::textEllipsis);
         return;
     }
-    painter().drawTextInBox(text.view(), labelFont(), getTextCol(),
+    painter().drawTextInBox(text.view(), UifStd::defaultFont(), getTextCol(),
                             Pictor::PaintRect(box.left() + gap, box.bottom(), box.right() - gap, box.top()),
                             Pictor::TextAlign::Centre, Pictor::textEllipsis);
 }

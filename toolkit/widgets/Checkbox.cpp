@@ -13,12 +13,6 @@ const char* const Checkbox::uncheckedMsg = "Checkbox off";
 
 namespace {
 
-const Pictor::Font& labelFont()
-{
-    static Cv::Ptr<Pictor::Font> font = Pictor::loadFont(UifStd::getDefaultFont());
-    return *font;
-}
-
 int boxSize(int height)
 {
     return std::clamp(height - 8, 8, 14);
@@ -100,7 +94,7 @@ uint16_t Checkbox::calcWidth(const UIString& label, int style)
 {
     (void)style; // the same parts in either order
     const int gap = UifStd::getWidgetGap();
-    const int text = labelFont().pixelWidth(label.getString().view());
+    const int text = UifStd::defaultFont().pixelWidth(label.getString().view());
     return static_cast<uint16_t>(std::min(65535, gap + boxSize(UifStd::getButtonHeight()) + gap + text + gap));
 }
 
@@ -151,7 +145,7 @@ GlobBox Checkbox::boxArea() const
     const int size = boxSize(getHeight());
     int left = gap;
     if (m_style & LabelFirst) {
-        const int text = labelFont().pixelWidth(m_label.getString().view());
+        const int text = UifStd::defaultFont().pixelWidth(m_label.getString().view());
         left = m_labelWidth ? m_labelWidth : gap + text + gap;
         left = std::min(left, std::max(0, getWidth() - size - gap));
     }
@@ -236,6 +230,6 @@ void Checkbox::drawText()
     const Palette& pal = getPalette();
     const bool enabled = isEnabledInTree();
     const Colour ink = !enabled ? pal.disabledText() : (m_style & LegendLook) ? pal.subheadingText() : pal.text();
-    painter().drawTextInBox(text.view(), labelFont(), ink, labelArea(), Pictor::TextAlign::Left,
+    painter().drawTextInBox(text.view(), UifStd::defaultFont(), ink, labelArea(), Pictor::TextAlign::Left,
                             Pictor::textEllipsis);
 }

@@ -13,12 +13,6 @@ const char* const DropDownMenuButton::dropDownMenuButtonMsg = "drop_down_menu_bu
 
 namespace {
 
-const Pictor::Font& faceFont()
-{
-    static Cv::Ptr<Pictor::Font> font = Pictor::loadFont(UifStd::getDefaultFont());
-    return *font;
-}
-
 // The part of the face on the right that holds the arrow: square, as high as the button.
 int arrowSpace(int height)
 {
@@ -264,7 +258,7 @@ void DropDownMenuButton::drawText()
     const Colour ink = getTextCol();
     const LightweightString<wchar_t> text = getDisplayedText();
     if (!text.empty())
-        painter().drawTextInBox(text.view(), faceFont(), ink,
+        painter().drawTextInBox(text.view(), UifStd::defaultFont(), ink,
                                 Pictor::PaintRect(box.left() + gap, box.bottom(), box.right() - arrow, box.top()),
                                 Pictor::TextAlign::Left, Pictor::textEllipsis);
     // The arrow says "a list opens here", pointing the way it opens.

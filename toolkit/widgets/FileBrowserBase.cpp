@@ -495,7 +495,7 @@ void FileBrowserBase::drawText()
 {
     StandardPanel::drawText();
     const Palette& pal = getPalette();
-    static Cv::Ptr<Pictor::Font> font = Pictor::loadFont(UifStd::getDefaultFont());
+    const Pictor::Font& font = UifStd::defaultFont();
     LightweightString<wchar_t> text = m_folder;
     if (!m_readable)
         text += L"  (cannot be read)";
@@ -505,13 +505,13 @@ void FileBrowserBase::drawText()
     const GlobBox textBox(box.left() + pad, box.bottom(), std::max(box.left() + pad, box.right() - pad), box.top());
     // A deep path loses its start, not its end: the folder the user is in is the part that matters.
     std::wstring shown(text.view());
-    if (font->measureWidth(std::wstring_view(shown)) > textBox.width()) {
+    if (font.measureWidth(std::wstring_view(shown)) > textBox.width()) {
         size_t cut = 0;
         while (cut < shown.size()
-               && font->measureWidth(L"\u2026" + shown.substr(cut)) > textBox.width())
+               && font.measureWidth(L"\u2026" + shown.substr(cut)) > textBox.width())
             ++cut;
         shown = L"\u2026" + shown.substr(cut);
     }
-    painter().drawTextInBox(std::wstring_view(shown), *font, m_readable ? pal.text() : pal.warning(), textBox,
+    painter().drawTextInBox(std::wstring_view(shown), font, m_readable ? pal.text() : pal.warning(), textBox,
                             Pictor::TextAlign::Left, Pictor::textEllipsis);
 }

@@ -11,12 +11,6 @@
 
 namespace {
 
-const Pictor::Font& textFont()
-{
-    static Cv::Ptr<Pictor::Font> font = Pictor::loadFont(UifStd::getDefaultFont());
-    return *font;
-}
-
 double unit(double v)
 {
     return std::isfinite(v) ? std::clamp(v, 0.0, 1.0) : (v > 0 ? 1.0 : 0.0);
@@ -160,7 +154,7 @@ void Gauge::drawText()
     if (text.empty())
         return;
     const int gap = UifStd::getWidgetGap();
-    painter().drawTextInBox(text.view(), textFont(), getTextCol(),
+    painter().drawTextInBox(text.view(), UifStd::defaultFont(), getTextCol(),
                             Pictor::PaintRect(gap, 0, std::max(gap, getWidth() - gap), getHeight()),
                             Pictor::TextAlign::Centre, Pictor::textEllipsis);
 }

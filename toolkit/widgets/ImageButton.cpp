@@ -10,12 +10,6 @@
 
 namespace {
 
-const Pictor::Font& labelFont()
-{
-    static Cv::Ptr<Pictor::Font> font = Pictor::loadFont(UifStd::getDefaultFont());
-    return *font;
-}
-
 // A faded picture reads as unavailable without a second image to keep.
 constexpr double disabledOpacity = 0.35;
 
@@ -89,7 +83,7 @@ GlobBox ImageButton::imageArea() const
         return {};
     GlobBox room = contentBox().expanded(-1);
     if (!getString().empty())
-        room.removeFromBottom(static_cast<int>(std::ceil(labelFont().lineHeight())));
+        room.removeFromBottom(static_cast<int>(std::ceil(UifStd::defaultFont().lineHeight())));
     if (room.empty())
         return {};
     // Fit inside the room, proportions kept, never enlarged past twice the picture's own size so that
@@ -111,7 +105,7 @@ void ImageButton::drawText()
     if (text.empty())
         return;
     GlobBox box = contentBox();
-    const GlobBox line = box.removeFromBottom(static_cast<int>(std::ceil(labelFont().lineHeight())));
-    painter().drawTextInBox(text.view(), labelFont(), getTextCol(), line, Pictor::TextAlign::Centre,
+    const GlobBox line = box.removeFromBottom(static_cast<int>(std::ceil(UifStd::defaultFont().lineHeight())));
+    painter().drawTextInBox(text.view(), UifStd::defaultFont(), getTextCol(), line, Pictor::TextAlign::Centre,
                             Pictor::textEllipsis);
 }

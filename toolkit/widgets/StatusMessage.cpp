@@ -15,12 +15,6 @@
 
 namespace {
 
-const Pictor::Font& textFont()
-{
-    static Cv::Ptr<Pictor::Font> font = Pictor::loadFont(UifStd::getDefaultFont());
-    return *font;
-}
-
 constexpr int standardWidth = 320;
 
 StandardPanel::InitArgs panelArgs(const StatusMessage::InitArgs& args)
@@ -154,8 +148,8 @@ int StatusMessage::calcHeight(const LightweightString<wchar_t>& text, int width,
 {
     const int gap = UifStd::getWidgetGap();
     const int textWidth = std::max(1, width - 2 * gap);
-    const int lines = WordWrappingTextRenderer::calcNumDisplayLines(text.view(), textFont(), textWidth);
-    return static_cast<int>(std::ceil(lines * textFont().lineHeight())) + 2 * gap + footer;
+    const int lines = WordWrappingTextRenderer::calcNumDisplayLines(text.view(), UifStd::defaultFont(), textWidth);
+    return static_cast<int>(std::ceil(lines * UifStd::defaultFont().lineHeight())) + 2 * gap + footer;
 }
 
 void StatusMessage::fitHeight()
@@ -251,5 +245,6 @@ void StatusMessage::drawText()
     const GlobBox textBox = area.expanded(-gap);
     if (textBox.empty() || m_text.empty())
         return;
-    painter().drawWrappedText(m_text.view(), textFont(), getPalette().text(), textBox, Pictor::TextAlign::Left);
+    painter().drawWrappedText(m_text.view(), UifStd::defaultFont(), getPalette().text(), textBox,
+                              Pictor::TextAlign::Left);
 }

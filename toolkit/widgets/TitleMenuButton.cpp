@@ -34,9 +34,8 @@ std::vector<MenuItem> itemsFromLabels(const std::vector<UIString>& labels)
 
 int titleTextWidth(const UIString& title)
 {
-    static Cv::Ptr<Pictor::Font> font = Pictor::loadFont(UifStd::getDefaultFont());
     const LightweightString<wchar_t> text = title.getString();
-    return text.empty() ? 0 : font->pixelWidth(text.view()) + UifStd::getWidgetGap();
+    return text.empty() ? 0 : UifStd::defaultFont().pixelWidth(text.view()) + UifStd::getWidgetGap();
 }
 
 const bool registeredByName = [] {

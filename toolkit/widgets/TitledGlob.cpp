@@ -6,15 +6,9 @@
 
 namespace TitledGlobDetail {
 
-const Pictor::Font& titleFont()
-{
-    static Cv::Ptr<Pictor::Font> font = Pictor::loadFont(UifStd::getDefaultFont());
-    return *font;
-}
-
 uint16_t calcTitleWidth(const UIString& title)
 {
-    const int w = titleFont().pixelWidth(title.getString().view()) + UifStd::getWidgetGap();
+    const int w = UifStd::defaultFont().pixelWidth(title.getString().view()) + UifStd::getWidgetGap();
     return static_cast<uint16_t>(std::clamp(w, 0, 65535));
 }
 
@@ -26,7 +20,8 @@ void drawTitle(Pictor::Painter& painter, const UIString& title, const GlobBox& c
         return;
     // Legends read less often than the values beside them, so they take the quieter colour.
     const Colour ink = enabled ? palette.subheadingText() : palette.disabledText();
-    painter.drawTextInBox(text.view(), titleFont(), ink, column, Pictor::TextAlign::Left, Pictor::textEllipsis);
+    painter.drawTextInBox(text.view(), UifStd::defaultFont(), ink, column, Pictor::TextAlign::Left,
+                          Pictor::textEllipsis);
 }
 
 } // namespace TitledGlobDetail

@@ -23,7 +23,6 @@
 
 // Measuring and drawing shared by every TitledGlob<T>.
 namespace TitledGlobDetail {
-const Pictor::Font& titleFont();
 uint16_t calcTitleWidth(const UIString& title);
 void drawTitle(Pictor::Painter& painter, const UIString& title, const GlobBox& column, const Palette& palette,
                bool enabled);
