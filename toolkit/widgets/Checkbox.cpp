@@ -176,20 +176,14 @@ bool Checkbox::react(const Event& event)
         }
         return true;
     case Event::MouseDown:
-        if (event.button != Event::LeftButton || !isEnabledInTree())
-            return false;
-        m_armed = true;
-        return true;
     case Event::MouseDrag:
-        return m_armed;
-    case Event::MouseUp:
-        if (event.button != Event::LeftButton || !m_armed)
-            return false;
-        m_armed = false;
-        // The box and its label are one target; a release off the widget is a change of mind.
-        if (getLocalBox().contains(event.pos))
+    case Event::MouseUp: {
+        // The box and its label are one target.
+        const ClickTracker::Result result = m_click.track(event, getLocalBox(), isEnabledInTree());
+        if (result == ClickTracker::Clicked)
             toggle();
-        return true;
+        return result != ClickTracker::Ignored;
+    }
     case Event::FocusGained:
     case Event::FocusLost:
         redraw();

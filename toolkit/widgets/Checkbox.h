@@ -17,6 +17,7 @@
 // Style 3 (both) is the check box row of a parameter panel.
 
 #include "toolkit/support/UIString.h"
+#include "toolkit/ui/ClickTracker.h"
 #include "toolkit/ui/Glob.h"
 #include "toolkit/ui/TabOrderable.h"
 #include "toolkit/widgets/ValWidget.h"
@@ -95,5 +96,5 @@ private:
     uint8_t m_style = BoxFirst;
     bool m_value = false;
     bool m_hover = false;
-    bool m_armed = false;
+    ClickTracker m_click;
 };

@@ -209,19 +209,13 @@ bool StatusMessage::react(const Event& event)
         restartTimer();
         return true;
     case Event::MouseDown:
-        if (event.button != Event::LeftButton)
-            return false;
-        m_armed = true;
-        return true;
     case Event::MouseDrag:
-        return m_armed;
-    case Event::MouseUp:
-        if (event.button != Event::LeftButton || !m_armed)
-            return false;
-        m_armed = false;
-        if (getLocalBox().contains(event.pos))
-            close();
-        return true;
+    case Event::MouseUp: {
+        const ClickTracker::Result result = m_click.track(event, getLocalBox());
+        if (result == ClickTracker::Clicked)
+            close(); // destroys this message: nothing may follow
+        return result != ClickTracker::Ignored;
+    }
     default:
         return StandardPanel::react(event);
     }

@@ -12,6 +12,7 @@
 // them, not to the message. Messages from them that the subclass does not handle reach StatusMessage's
 // handleMessageEvent, which ignores them.
 
+#include "toolkit/ui/ClickTracker.h"
 #include "toolkit/ui/StandardPanel.h"
 
 #include <cstdint>
@@ -71,5 +72,5 @@ private:
     uint64_t m_poller = 0;
     int m_footer = 0;
     bool m_hover = false;
-    bool m_armed = false;
+    ClickTracker m_click;
 };
