@@ -121,9 +121,7 @@ void MultiLineTextBox::drawText()
         return;
     const GlobBox box = getLocalBox();
     const double top = box.top() - m_gap / 2.0;
-    const Pictor::TextAlign align = m_alignment == TextAlignment::Right     ? Pictor::TextAlign::Right
-                                    : m_alignment == TextAlignment::HCentre ? Pictor::TextAlign::Centre
-                                                                            : Pictor::TextAlign::Left;
     painter().drawWrappedText(m_text.view(), getFont(), getPalette().text(isEnabledInTree()),
-                              Pictor::PaintRect(box.left(), box.bottom(), box.right(), top), align);
+                              Pictor::PaintRect(box.left(), box.bottom(), box.right(), top),
+                              TextAlignment::toPainter(m_alignment));
 }

@@ -5,6 +5,10 @@
 
 #include <cstdint>
 
+namespace Pictor {
+enum class TextAlign : uint8_t;
+}
+
 struct TextAlignment {
     enum Horizontal : uint8_t {
         Left = 0,
@@ -28,4 +32,7 @@ struct TextAlignment {
 
     Horizontal horizontal = Left;
     Vertical vertical = VCentre;
+
+    // The painter's alignment for a horizontal placement.
+    static Pictor::TextAlign toPainter(Horizontal h);
 };

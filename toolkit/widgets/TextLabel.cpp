@@ -16,18 +16,6 @@ const bool registeredByName = [] {
     return true;
 }();
 
-Pictor::TextAlign toPainter(TextAlignment::Horizontal h)
-{
-    switch (h) {
-    case TextAlignment::HCentre:
-        return Pictor::TextAlign::Centre;
-    case TextAlignment::Right:
-        return Pictor::TextAlign::Right;
-    default:
-        return Pictor::TextAlign::Left;
-    }
-}
-
 } // namespace
 
 TextLabel::InitArgs::InitArgs(const GlobCreationInfo& info) : GlobCreationInfo(info)
@@ -171,8 +159,9 @@ void TextLabel::drawText()
     if (m_wordWrap) {
         Pictor::StateSaver saver(p);
         p.clipTo(box);
-        p.drawWrappedText(text.view(), font, getTextColour(), band, toPainter(m_alignment.horizontal));
+        p.drawWrappedText(text.view(), font, getTextColour(), band, TextAlignment::toPainter(m_alignment.horizontal));
         return;
     }
-    p.drawTextInBox(text.view(), font, getTextColour(), band, toPainter(m_alignment.horizontal), Pictor::textEllipsis);
+    p.drawTextInBox(text.view(), font, getTextColour(), band, TextAlignment::toPainter(m_alignment.horizontal),
+                    Pictor::textEllipsis);
 }
