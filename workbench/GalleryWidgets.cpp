@@ -2,10 +2,38 @@
 
 #include "toolkit/ui/Event.h"
 #include "toolkit/ui/StylePainter.h"
+#include "toolkit/ui/UifStd.h"
+
+StandardPanel::InitArgs galleryPageArgs(UIString title, int userWidth, int userHeight)
+{
+    StandardPanel::InitArgs args(std::move(title), 0, 0, StandardPanel::NoWidgets, UifStd::getColourScheme());
+    args.border = StandardPanel::ThinBorder;
+    const XY<int> size = StandardPanel::calcPanelSize(userWidth, userHeight, args);
+    args.width = static_cast<uint16_t>(size.x);
+    args.height = static_cast<uint16_t>(size.y);
+    return args;
+}
+
+Glob* findNamed(Glob* root, const char* name)
+{
+    if (root->getName() == name)
+        return root;
+    for (size_t i = 0; i < root->numChildren(); ++i)
+        if (Glob* hit = findNamed(root->child(i), name))
+            return hit;
+    return nullptr;
+}
 
 void GalleryLabel::drawText()
 {
     StylePainter::drawLabel(painter(), getLocalBox(), getPalette(), m_text.view());
+}
+
+GalleryLabel* addLabel(Glob* panel, LightweightString<wchar_t> text, int x, int y, int width, int height)
+{
+    return panel->addWidget<GalleryLabel>(GalleryLabel::InitArgs(std::move(text), static_cast<uint16_t>(width),
+                                                                 static_cast<uint16_t>(height), panel->getPalette()),
+                                          Glob::UserTopLeft(x, y));
 }
 
 void ChooserRow::setSelected(bool selected)

@@ -5,9 +5,19 @@
 
 #include "toolkit/gfx/Painter.h"
 #include "toolkit/ui/Glob.h"
+#include "toolkit/ui/StandardPanel.h"
 #include "toolkit/ui/TabOrderable.h"
+#include "toolkit/ui/UifStd.h"
 
 #include <functional>
+
+// The creation arguments of a gallery page: a thin-bordered panel in the standard scheme, with no title-bar
+// buttons, sized so that its user area is userWidth by userHeight.
+StandardPanel::InitArgs galleryPageArgs(UIString title, int userWidth, int userHeight);
+
+// The widget called `name` at or below root, or null. Pages find widgets again this way to show states
+// that need the screen (hover, focus) once the page is shown.
+Glob* findNamed(Glob* root, const char* name);
 
 class GalleryLabel : public Glob {
 public:
@@ -69,3 +79,7 @@ public:
 private:
     DrawFunction m_function;
 };
+
+// Adds a label to panel with its top-left corner at (x, y) of the panel's user area, in the panel's palette.
+GalleryLabel* addLabel(Glob* panel, LightweightString<wchar_t> text, int x, int y, int width,
+                       int height = UifStd::getButtonHeight());

@@ -66,26 +66,11 @@ struct Page {
     }
 };
 
-// Widgets shown in a state that needs the screen (hover, focus), found again by name once the page is shown.
-Glob* findNamed(Glob* root, const char* name)
-{
-    if (root->getName() == name)
-        return root;
-    for (size_t i = 0; i < root->numChildren(); ++i)
-        if (Glob* hit = findNamed(root->child(i), name))
-            return hit;
-    return nullptr;
-}
-
 Glob* buildButtonsPage()
 {
     const Palette& pal = UifStd::getColourScheme();
-    StandardPanel::InitArgs pageArgs(L"Buttons, check boxes, radio sets, sliders, scroll bars and gauges", 0, 0,
-                                     StandardPanel::NoWidgets, pal);
-    pageArgs.border = StandardPanel::ThinBorder;
-    const XY<int> size = StandardPanel::calcPanelSize(pageWidth, pageHeight, pageArgs);
-    pageArgs.width = static_cast<uint16_t>(size.x);
-    pageArgs.height = static_cast<uint16_t>(size.y);
+    StandardPanel::InitArgs pageArgs =
+        galleryPageArgs(L"Buttons, check boxes, radio sets, sliders, scroll bars and gauges", pageWidth, pageHeight);
     Page page{new StandardPanel(pageArgs)};
 
     // Buttons.

@@ -34,14 +34,6 @@ void registerFixedGauge()
     });
 }
 
-void addNote(Glob* page, const std::wstring& text, int x, int y, int width)
-{
-    page->addWidget<GalleryLabel>(GalleryLabel::InitArgs(LightweightString<wchar_t>(text), static_cast<uint16_t>(width),
-                                                         static_cast<uint16_t>(UifStd::getButtonHeight()),
-                                                         page->getPalette()),
-                                  Glob::UserTopLeft(x, y));
-}
-
 FactoryGlobWrapper* addWrapper(Glob* page, const char* typeName, int column, const wchar_t* note,
                                const char* text = nullptr)
 {
@@ -52,22 +44,18 @@ FactoryGlobWrapper* addWrapper(Glob* page, const char* typeName, int column, con
         args.config.set("text", text);
     const int x = gap + column * (cellWidth + gap);
     auto* wrapper = page->addWidget<FactoryGlobWrapper>(args, Glob::UserTopLeft(x, gap));
-    addNote(page, note, x, 2 * gap + cellHeight, cellWidth);
-    addNote(page, fromUTF8(wrapper->idstring().view()).str(), x, 2 * gap + cellHeight + UifStd::getButtonHeight(),
-            cellWidth);
+    addLabel(page, note, x, 2 * gap + cellHeight, cellWidth);
+    addLabel(page, fromUTF8(wrapper->idstring().view()).str(), x, 2 * gap + cellHeight + UifStd::getButtonHeight(),
+             cellWidth);
     return wrapper;
 }
 
 Glob* buildFramePage()
 {
     registerFixedGauge();
-    StandardPanel::InitArgs pageArgs(L"Library frame", 0, 0, StandardPanel::NoWidgets, UifStd::getColourScheme());
-    pageArgs.border = StandardPanel::ThinBorder;
     const int rowHeight = UifStd::getButtonHeight();
-    const XY<int> size = StandardPanel::calcPanelSize(3 * (cellWidth + gap) + gap, cellHeight + 4 * gap + 8 * rowHeight,
-                                                      pageArgs);
-    pageArgs.width = static_cast<uint16_t>(size.x);
-    pageArgs.height = static_cast<uint16_t>(size.y);
+    StandardPanel::InitArgs pageArgs = galleryPageArgs(L"Library frame", 3 * (cellWidth + gap) + gap,
+                                                       cellHeight + 4 * gap + 8 * rowHeight);
     auto* page = new StandardPanel(pageArgs);
 
     addWrapper(page, "MultiLineTextBox", 0, L"MultiLineTextBox: fills the user area",
@@ -79,7 +67,7 @@ Glob* buildFramePage()
     const int textWidth = 3 * (cellWidth + gap) - gap;
     int y = 3 * gap + cellHeight + 2 * rowHeight;
     const auto line = [&](const std::string& text) {
-        addNote(page, fromUTF8(text).str(), gap, y, textWidth);
+        addLabel(page, fromUTF8(text).str(), gap, y, textWidth);
         y += rowHeight;
     };
     line(std::string("tesselPlusDllVersionStr(): ") + tesselPlusDllVersionStr());

@@ -40,25 +40,10 @@ std::vector<MenuItem> formatMenu(const Palette& pal)
     return items;
 }
 
-Glob* findNamed(Glob* root, const char* name)
-{
-    if (root->getName() == name)
-        return root;
-    for (size_t i = 0; i < root->numChildren(); ++i)
-        if (Glob* hit = findNamed(root->child(i), name))
-            return hit;
-    return nullptr;
-}
-
 Glob* buildMenusPage()
 {
     const Palette& pal = UifStd::getColourScheme();
-    StandardPanel::InitArgs pageArgs(L"Drop-down menus and menu buttons", 0, 0, StandardPanel::NoWidgets, pal);
-    pageArgs.border = StandardPanel::ThinBorder;
-    const XY<int> size = StandardPanel::calcPanelSize(pageWidth, pageHeight, pageArgs);
-    pageArgs.width = static_cast<uint16_t>(size.x);
-    pageArgs.height = static_cast<uint16_t>(size.y);
-    auto* page = new StandardPanel(pageArgs);
+    auto* page = new StandardPanel(galleryPageArgs(L"Drop-down menus and menu buttons", pageWidth, pageHeight));
 
     const int rowHeight = UifStd::getButtonHeight();
     const int rowStep = rowHeight + 2 * UifStd::getRowGap() + 18;

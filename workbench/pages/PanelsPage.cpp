@@ -34,14 +34,8 @@ StandardPanel* addPanel(Glob* page, const wchar_t* title, unsigned widgets, Stan
 Glob* buildPanelsPage()
 {
     const int columns = 4;
-    StandardPanel::InitArgs pageArgs(L"StandardPanel and VerticalScrollingBase", 0, 0, StandardPanel::NoWidgets,
-                                     UifStd::getColourScheme());
-    pageArgs.border = StandardPanel::ThinBorder;
-    const XY<int> size = StandardPanel::calcPanelSize(columns * (cellWidth + gap) + gap, 3 * (cellHeight + gap) + 250,
-                                                      pageArgs);
-    pageArgs.width = static_cast<uint16_t>(size.x);
-    pageArgs.height = static_cast<uint16_t>(size.y);
-    auto* page = new StandardPanel(pageArgs);
+    auto* page = new StandardPanel(galleryPageArgs(L"StandardPanel and VerticalScrollingBase",
+                                                   columns * (cellWidth + gap) + gap, 3 * (cellHeight + gap) + 250));
 
     using SP = StandardPanel;
     addPanel(page, L"Title only", SP::NoWidgets, SP::RaisedBorder, {0, 0}, L"No standard buttons");

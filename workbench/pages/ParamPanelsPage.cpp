@@ -66,26 +66,13 @@ StandardPanel* addDescribedPanel(ParamPanelsPage* page, const wchar_t* title, in
     return panel;
 }
 
-void addNote(Glob* page, const wchar_t* text, int x, int y, int width)
-{
-    page->addWidget<GalleryLabel>(GalleryLabel::InitArgs(text, static_cast<uint16_t>(width),
-                                                         static_cast<uint16_t>(UifStd::getButtonHeight()),
-                                                         page->getPalette()),
-                                  Glob::UserTopLeft(x, y));
-}
-
 Glob* buildParamPanelsPage()
 {
-    StandardPanel::InitArgs pageArgs(L"Parameter panels built from JSON", 0, 0, StandardPanel::NoWidgets,
-                                     UifStd::getColourScheme());
-    pageArgs.border = StandardPanel::ThinBorder;
     const int rowHeight = UifStd::getButtonHeight();
     const XY<int> inner = StandardPanel::calcPanelSize(panelWidth, describedHeight(),
                                                        StandardPanel::InitArgs(L"x", 0, 0));
-    const XY<int> size = StandardPanel::calcPanelSize(2 * (inner.x + gap) + gap,
-                                                      inner.y + 3 * gap + noteLines * rowHeight, pageArgs);
-    pageArgs.width = static_cast<uint16_t>(size.x);
-    pageArgs.height = static_cast<uint16_t>(size.y);
+    StandardPanel::InitArgs pageArgs = galleryPageArgs(L"Parameter panels built from JSON", 2 * (inner.x + gap) + gap,
+                                                       inner.y + 3 * gap + noteLines * rowHeight);
     auto* page = new ParamPanelsPage(pageArgs);
 
     addDescribedPanel(page, L"As built", 0);
@@ -97,15 +84,15 @@ Glob* buildParamPanelsPage()
     changed->findParam("title")->setValueFromString(L"Interview, take 3");
 
     const int noteY = inner.y + 2 * gap;
-    const int noteWidth = size.x - 2 * gap;
-    addNote(page, L"Left: as built. \"Quality\" is enabled although \"Enabled\" decides it: \"active if\" waits for the first change.",
-            gap, noteY, noteWidth);
-    addNote(page, L"\"Bit depth\" and \"Data rate\" are alternatives (\"visible if\" on Preset) and share one place; the panel is one row shorter.",
-            gap, noteY + rowHeight, noteWidth);
-    addNote(page, L"Right: Enabled off disables Quality; Preset Draft shows Data rate; Out point set to 0.5 is held at the in point (1.5).",
-            gap, noteY + 2 * rowHeight, noteWidth);
-    addNote(page, L"Gain has no min and max, so it is unbounded; \"A plain line\" is an entry of unknown type. Every legend sets the legend column.",
-            gap, noteY + 3 * rowHeight, noteWidth);
+    const int noteWidth = pageArgs.width - 2 * gap;
+    addLabel(page, L"Left: as built. \"Quality\" is enabled although \"Enabled\" decides it: \"active if\" waits for the first change.",
+             gap, noteY, noteWidth);
+    addLabel(page, L"\"Bit depth\" and \"Data rate\" are alternatives (\"visible if\" on Preset) and share one place; the panel is one row shorter.",
+             gap, noteY + rowHeight, noteWidth);
+    addLabel(page, L"Right: Enabled off disables Quality; Preset Draft shows Data rate; Out point set to 0.5 is held at the in point (1.5).",
+             gap, noteY + 2 * rowHeight, noteWidth);
+    addLabel(page, L"Gain has no min and max, so it is unbounded; \"A plain line\" is an entry of unknown type. Every legend sets the legend column.",
+             gap, noteY + 3 * rowHeight, noteWidth);
     return page;
 }
 

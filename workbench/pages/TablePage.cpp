@@ -96,11 +96,8 @@ private:
     std::vector<Clip> m_clips;
 };
 
-void caption(Glob* panel, const wchar_t* text, int x, int y, int w)
-{
-    panel->addWidget<GalleryLabel>(GalleryLabel::InitArgs(text, static_cast<uint16_t>(w), 20, panel->getPalette()),
-                                   Glob::UserTopLeft(x, y));
-}
+// Captions sit a little lower than a button row.
+constexpr int captionHeight = 20;
 
 TableWidget* addTable(TablePagePanel* page, int x, int y, int w, int h, const char* name)
 {
@@ -114,35 +111,31 @@ TableWidget* addTable(TablePagePanel* page, int x, int y, int w, int h, const ch
 Glob* buildTablePage()
 {
     const Palette& pal = UifStd::getColourScheme();
-    StandardPanel::InitArgs pageArgs(L"Tables and the folder browser", 0, 0, StandardPanel::NoWidgets, pal);
-    pageArgs.border = StandardPanel::ThinBorder;
-    const XY<int> size = StandardPanel::calcPanelSize(pageWidth, pageHeight, pageArgs);
-    pageArgs.width = static_cast<uint16_t>(size.x);
-    pageArgs.height = static_cast<uint16_t>(size.y);
-    auto* page = new TablePagePanel(pageArgs);
+    auto* page = new TablePagePanel(galleryPageArgs(L"Tables and the folder browser", pageWidth, pageHeight));
 
     const int tableW = 470;
-    caption(page, L"Mixed heights, wrapped note, colours, current row, Clip column wider", margin, margin, tableW);
+    addLabel(page, L"Mixed heights, wrapped note, colours, current row, Clip column wider", margin, margin, tableW,
+             captionHeight);
     TableWidget* main = addTable(page, margin, margin + 24, tableW, 300, "table-main");
     main->setColumnWidth(0, 140);
     main->setCurrentPosition(0, 4);
 
-    caption(page, L"Focused, editing a cell", margin, margin + 340, 220);
+    addLabel(page, L"Focused, editing a cell", margin, margin + 340, 220, captionHeight);
     TableWidget* focused = addTable(page, margin, margin + 364, 230, 120, "table-focused");
     focused->setCurrentPosition(0, 1);
-    caption(page, L"Disabled", margin + 240, margin + 340, 200);
+    addLabel(page, L"Disabled", margin + 240, margin + 340, 200, captionHeight);
     TableWidget* disabled = addTable(page, margin + 240, margin + 364, 230, 120, "table-disabled");
     disabled->setCurrentPosition(0, 0);
     disabled->setEnabled(false);
 
-    caption(page, L"Scrolled to the end, no header", margin, margin + 500, 300);
+    addLabel(page, L"Scrolled to the end, no header", margin, margin + 500, 300, captionHeight);
     TableWidget::InitArgs bare(page, tableW, 100, pal.makeChildPalette());
     bare.showHeader = false;
     auto* scrolled = page->addWidget<TableWidget>(bare, Glob::UserTopLeft(margin, margin + 524));
     scrolled->scrollTo(scrolled->getMaxScroll());
 
     const int browserX = margin + tableW + 24;
-    caption(page, L"Folder browser on the workbench's folder", browserX, margin, 400);
+    addLabel(page, L"Folder browser on the workbench's folder", browserX, margin, 400, captionHeight);
     std::error_code ec;
     const LightweightString<wchar_t> folder = fromUTF8(std::filesystem::current_path(ec).string());
     FileBrowserBase::InitArgs browserArgs(L"Choose a folder", folder, static_cast<uint16_t>(pageWidth - browserX - margin),
@@ -152,16 +145,6 @@ Glob* buildTablePage()
     browser->setMovable(false);
     browser->setCurrentRow(0);
     return page;
-}
-
-Glob* findNamed(Glob* root, const char* name)
-{
-    if (root->getName() == name)
-        return root;
-    for (size_t i = 0; i < root->numChildren(); ++i)
-        if (Glob* hit = findNamed(root->child(i), name))
-            return hit;
-    return nullptr;
 }
 
 void showTableStates(Glob* page)

@@ -51,23 +51,9 @@ private:
     int m_rowTop = margin;
 };
 
-Glob* findNamed(Glob* root, const char* name)
-{
-    if (root->getName() == name)
-        return root;
-    for (size_t i = 0; i < root->numChildren(); ++i)
-        if (Glob* hit = findNamed(root->child(i), name))
-            return hit;
-    return nullptr;
-}
-
 Glob* buildTextEntryPage()
 {
-    StandardPanel::InitArgs args(L"Text entry and display", 0, 0, StandardPanel::NoWidgets, UifStd::getColourScheme());
-    args.border = StandardPanel::ThinBorder;
-    const XY<int> size = StandardPanel::calcPanelSize(pageWidth, pageHeight, args);
-    args.width = static_cast<uint16_t>(size.x);
-    args.height = static_cast<uint16_t>(size.y);
+    StandardPanel::InitArgs args = galleryPageArgs(L"Text entry and display", pageWidth, pageHeight);
     Page page;
     page.panel = new StandardPanel(args);
     const Palette pal = page.panel->getPalette().makeChildPalette();

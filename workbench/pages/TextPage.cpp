@@ -139,14 +139,9 @@ void drawShapeColumn(Pictor::Painter& p, const GlobBox& box, const Palette& pal)
 
 Glob* buildTextPage()
 {
-    StandardPanel::InitArgs args(L"Text and drawing", 0, 0, StandardPanel::NoWidgets, UifStd::getColourScheme());
-    args.border = StandardPanel::ThinBorder;
     const int userWidth = 1100;
     const int userHeight = 600;
-    const XY<int> size = StandardPanel::calcPanelSize(userWidth, userHeight, args);
-    args.width = static_cast<uint16_t>(size.x);
-    args.height = static_cast<uint16_t>(size.y);
-    auto* page = new StandardPanel(args);
+    auto* page = new StandardPanel(galleryPageArgs(L"Text and drawing", userWidth, userHeight));
     page->addWidget<DrawingSurface>(DrawingSurface::InitArgs(drawTextColumn, 620, userHeight, page->getPalette()),
                                     Glob::UserTopLeft(0, 0));
     page->addWidget<DrawingSurface>(

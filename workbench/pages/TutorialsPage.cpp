@@ -312,12 +312,7 @@ public:
     }
 
 private:
-    void caption(const std::wstring& text, int x, int y, int w)
-    {
-        addWidget<GalleryLabel>(
-            GalleryLabel::InitArgs(LightweightString<wchar_t>(text), static_cast<uint16_t>(w), 20, getPalette()),
-            Glob::UserTopLeft(x, y));
-    }
+    void caption(const std::wstring& text, int x, int y, int w) { addLabel(this, text, x, y, w, 20); }
 
     TableWidget* addTable(iTableAdaptor* adaptor, int x, int y, int w, int h, const char* name)
     {
@@ -349,13 +344,7 @@ Glob* buildTutorialsPage()
 {
     // Before anything else touches the catalogue: this may point the data folder elsewhere.
     catalogueNote();
-    const Palette& pal = UifStd::getColourScheme();
-    StandardPanel::InitArgs pageArgs(L"Tutorials on disk", 0, 0, StandardPanel::NoWidgets, pal);
-    pageArgs.border = StandardPanel::ThinBorder;
-    const XY<int> size = StandardPanel::calcPanelSize(pageWidth, pageHeight, pageArgs);
-    pageArgs.width = static_cast<uint16_t>(size.x);
-    pageArgs.height = static_cast<uint16_t>(size.y);
-    auto* page = new TutorialsPagePanel(pageArgs);
+    auto* page = new TutorialsPagePanel(galleryPageArgs(L"Tutorials on disk", pageWidth, pageHeight));
     page->build();
     return page;
 }
