@@ -1,18 +1,6 @@
 #include "toolkit/support/AttribValuePair.h"
 
-namespace {
-
-std::string_view trimmed(std::string_view text)
-{
-    const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
-    while (!text.empty() && isBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
-
-} // namespace
+#include "toolkit/support/StringConversions.h"
 
 namespace Cv {
 
@@ -20,17 +8,17 @@ AttribValuePair::AttribValuePair(std::string_view text, char separator)
 {
     const size_t at = text.find(separator);
     if (at == std::string_view::npos) {
-        m_name = LightweightString<char>(trimmed(text));
+        m_name = LightweightString<char>(trimmedBlanks(text));
         return;
     }
-    m_name = LightweightString<char>(trimmed(text.substr(0, at)));
-    m_value = LightweightString<char>(trimmed(text.substr(at + 1)));
+    m_name = LightweightString<char>(trimmedBlanks(text.substr(0, at)));
+    m_value = LightweightString<char>(trimmedBlanks(text.substr(at + 1)));
     m_valid = !m_name.empty();
 }
 
 AttribValuePair::AttribValuePair(std::string_view name, std::string_view value)
-    : m_name(trimmed(name))
-    , m_value(trimmed(value))
+    : m_name(trimmedBlanks(name))
+    , m_value(trimmedBlanks(value))
     , m_valid(!m_name.empty())
 {
 }

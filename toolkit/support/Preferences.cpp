@@ -68,15 +68,6 @@ std::optional<std::pair<std::string, std::string>> parseLine(std::string_view li
     return std::make_pair(std::move(key), std::move(value));
 }
 
-std::string_view trimmedBlanks(std::string_view text)
-{
-    while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
-        text.remove_prefix(1);
-    while (!text.empty() && (text.back() == ' ' || text.back() == '\t'))
-        text.remove_suffix(1);
-    return text;
-}
-
 bool equalsIgnoringCase(std::string_view a, std::string_view b)
 {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {

@@ -13,14 +13,10 @@ namespace {
 // Hand-written settings are tiny; a bigger file is not one, and only its beginning is read.
 constexpr size_t maxFileBytes = 1 << 20;
 
+// Files written on other systems end their lines with a carriage return as well.
 std::string_view trimmed(std::string_view text)
 {
-    const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r'; };
-    while (!text.empty() && isBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back()))
-        text.remove_suffix(1);
-    return text;
+    return trimmedBlanks(text, " \t\r");
 }
 
 } // namespace

@@ -17,15 +17,6 @@ void dropMinusOfZero(std::string& text)
         text.erase(0, 1);
 }
 
-std::string_view trimmedBlanks(std::string_view text)
-{
-    while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
-        text.remove_prefix(1);
-    while (!text.empty() && (text.back() == ' ' || text.back() == '\t'))
-        text.remove_suffix(1);
-    return text;
-}
-
 template <typename Number>
 bool parseWhole(std::string_view text, Number& out)
 {
@@ -86,4 +77,12 @@ LightweightString<char> StringFromFloat(double value, int decimals)
     std::string text(first, result.ptr);
     dropMinusOfZero(text);
     return LightweightString<char>(std::move(text));
+}
+
+std::string_view trimmedBlanks(std::string_view text, std::string_view blanks)
+{
+    const size_t first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos)
+        return text.substr(text.size());
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }

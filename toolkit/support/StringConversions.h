@@ -34,3 +34,6 @@ LightweightString<char> StringFromFloat(double value, int decimals = -1);
 // otherwise. FloatFromString also takes what StringFromFloat writes for not-a-number and the infinities.
 bool IntegerFromString(std::string_view text, int& out);
 bool FloatFromString(std::string_view text, double& out);
+
+// The text without the leading and trailing characters found in blanks (spaces and tabs by default).
+std::string_view trimmedBlanks(std::string_view text, std::string_view blanks = " \t");
