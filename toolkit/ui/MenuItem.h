@@ -21,6 +21,7 @@
 #include <optional>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 // What a widget runs when the user acts on it (a menu entry chosen, a button pressed).
 using WidgetCallback = std::function<void()>;
@@ -87,6 +88,16 @@ public:
         if (bar == std::wstring_view::npos)
             return {text, {}};
         return {text.substr(0, bar), text.substr(bar + 2)};
+    }
+
+    // Plain items, one per label, for menus given only their texts.
+    static std::vector<MenuItem> fromLabels(const std::vector<UIString>& labels)
+    {
+        std::vector<MenuItem> items;
+        items.reserve(labels.size());
+        for (const UIString& label : labels)
+            items.emplace_back(label);
+        return items;
     }
 
 private:

@@ -19,15 +19,6 @@ int arrowSpace(int height)
     return std::max(12, height);
 }
 
-std::vector<MenuItem> itemsFromLabels(const std::vector<UIString>& labels)
-{
-    std::vector<MenuItem> items;
-    items.reserve(labels.size());
-    for (const UIString& label : labels)
-        items.emplace_back(label);
-    return items;
-}
-
 const bool registeredByName = [] {
     GlobManager::registerType("DropDownMenuButton", [](const GlobCreationInfo& info) -> Glob* {
         return new DropDownMenuButton(DropDownMenuButton::InitArgs(info));
@@ -39,7 +30,7 @@ const bool registeredByName = [] {
 
 DropDownMenuButton::InitArgs::InitArgs(const std::vector<UIString>& labels, MenuItemIndex selection, uint16_t w,
                                        uint16_t h, const Palette& pal, Canvas* c)
-    : InitArgs(itemsFromLabels(labels), std::move(selection), w, h, pal, c)
+    : InitArgs(MenuItem::fromLabels(labels), std::move(selection), w, h, pal, c)
 {
 }
 
@@ -133,7 +124,7 @@ void DropDownMenuButton::setStrings(std::vector<MenuItem> items, MenuItemIndex s
 
 void DropDownMenuButton::setStrings(const std::vector<UIString>& labels, MenuItemIndex selection)
 {
-    setStrings(itemsFromLabels(labels), std::move(selection));
+    setStrings(MenuItem::fromLabels(labels), std::move(selection));
 }
 
 size_t DropDownMenuButton::numEntries() const
@@ -229,7 +220,7 @@ LightweightString<wchar_t> DropDownMenuButton::getDisplayedText() const
 
 uint16_t DropDownMenuButton::calcWidth(const std::vector<UIString>& labels, const Pictor::FontDesc& fontDesc)
 {
-    return calcWidth(itemsFromLabels(labels), fontDesc);
+    return calcWidth(MenuItem::fromLabels(labels), fontDesc);
 }
 
 uint16_t DropDownMenuButton::calcWidth(const std::vector<MenuItem>& items, const Pictor::FontDesc& fontDesc)

@@ -23,15 +23,6 @@ std::vector<UIString> splitCommas(const LightweightString<char>& text)
     return out;
 }
 
-std::vector<MenuItem> itemsFromLabels(const std::vector<UIString>& labels)
-{
-    std::vector<MenuItem> items;
-    items.reserve(labels.size());
-    for (const UIString& label : labels)
-        items.emplace_back(label);
-    return items;
-}
-
 int titleTextWidth(const UIString& title)
 {
     const LightweightString<wchar_t> text = title.getString();
@@ -59,7 +50,7 @@ TitleMenuButton::InitArgs::InitArgs(const GlobCreationInfo& info) : GlobCreation
 TitleMenuButton::TitleMenuButton(const InitArgs& args)
     : Glob(args), m_title(args.title), m_titleWidth(args.titleWidth)
 {
-    const std::vector<MenuItem> items = itemsFromLabels(args.items);
+    const std::vector<MenuItem> items = MenuItem::fromLabels(args.items);
     layOut(items, args.width, args.height);
     build(items, MenuItemIndex(0));
 }
@@ -68,7 +59,7 @@ TitleMenuButton::TitleMenuButton(UIString title, std::vector<UIString> items, co
                                  uint16_t height, uint16_t buttonHeight, Canvas* canvas, bool showSelected)
     : Glob(width, height, palette, canvas), m_title(std::move(title)), m_buttonHeight(buttonHeight)
 {
-    const std::vector<MenuItem> menuItems = itemsFromLabels(items);
+    const std::vector<MenuItem> menuItems = MenuItem::fromLabels(items);
     layOut(menuItems, width, height);
     build(menuItems, MenuItemIndex(0));
     m_button->useSelectedForButtonDisplay(showSelected);
