@@ -89,11 +89,14 @@ TEST(StringTable, FormatsAdaptTheText)
     const wchar_t* text = L"\u00e9dit the LUT list";
     const std::tuple<const wchar_t*, ResStrFmt, const wchar_t*> rows[] = {{text, resFmtAsIs, text},
         {text, resFmtUpperCase, L"\u00c9DIT THE LUT LIST"}, {text, resFmtLowerCase, L"\u00e9dit the lut list"},
-        {text, resFmtTitleCase, L"\u00c9dit The LUT List"}, {text, static_cast<ResStrFmt>(99), text},
-        {L"Add", resFmtEllipsis, L"Add..."}, {L"Add...", resFmtEllipsis, L"Add..."},
-        {L"Add\u2026", resFmtEllipsis, L"Add\u2026"}, {L"", resFmtEllipsis, L"..."}};
+        {text, resFmtTitleCase, L"\u00c9dit The LUT List"}, {L"Add", resFmtEllipsis, L"Add..."},
+        {L"Add...", resFmtEllipsis, L"Add..."}, {L"Add\u2026", resFmtEllipsis, L"Add\u2026"},
+        {L"", resFmtEllipsis, L"..."}};
     for (const auto& [input, format, expected] : rows)
         EXPECT_EQ(applyResStrFmt(input, format), expected) << static_cast<int>(format);
+    // A format this build does not know leaves the text alone. (7 is the largest value the enumeration can hold;
+    // a larger one would be undefined behaviour before the call.)
+    EXPECT_EQ(applyResStrFmt(text, static_cast<ResStrFmt>(7)), text);
 }
 
 TEST(StringTable, UIStringShowsTheResourceOrTheLiteral)
