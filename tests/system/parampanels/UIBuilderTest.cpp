@@ -234,23 +234,27 @@ TEST(UIBuilderSharing, TwoAlternativesTakeOnePlaceAndThePanelLosesOneRow)
     EXPECT_TRUE(second->isVisible());
 }
 
-TEST(UIBuilderSharing, ThreeAlternativesShrinkThePanelByThreeRowsThoughTwoPlacesAreSaved)
+TEST(UIBuilderSharing, ShrinkCountsEachAlternativesRunAndEqualConditionsKeepTheirPlaces)
 {
-    UiHarness ui;
-    StandardPanel* panel = makePanel(ui);
-    const auto params = UIBuilder::buildFromJSON(LightweightString<wchar_t>(alternatives(3).c_str()), panel);
-    EXPECT_EQ(panel->getHeight(), kPanelHeight - 3 * (H + kRowGap));
-    EXPECT_EQ(row(params, "alt3")->getBox(), row(params, "alt1")->getBox());
-    EXPECT_EQ(row(params, "alt2")->getBox(), row(params, "alt1")->getBox());
-}
-
-TEST(UIBuilderSharing, RowsWithTheSameConditionKeepTheirOwnPlaces)
-{
-    UiHarness ui;
-    StandardPanel* panel = makePanel(ui);
-    const auto params = UIBuilder::buildFromJSON(LightweightString<wchar_t>(alternatives(2, true).c_str()), panel);
-    EXPECT_EQ(panel->getHeight(), kPanelHeight);
-    EXPECT_EQ(depth(panel, row(params, "alt2")), depth(panel, row(params, "alt1")) + H + kRowGap);
+    // Three alternatives save two places but the panel loses three rows (1 + 2); equal conditions save none.
+    const struct {
+        int rows;
+        bool sameValue;
+        int rowsLost;
+    } cases[] = { { 3, false, 3 }, { 2, true, 0 } };
+    for (const auto& c : cases) {
+        UiHarness ui;
+        StandardPanel* panel = makePanel(ui);
+        const auto params = UIBuilder::buildFromJSON(LightweightString<wchar_t>(alternatives(c.rows, c.sameValue).c_str()),
+                                                     panel);
+        EXPECT_EQ(panel->getHeight(), kPanelHeight - c.rowsLost * (H + kRowGap)) << c.rows;
+        const int step = c.sameValue ? H + kRowGap : 0;
+        for (int i = 2; i <= c.rows; ++i) {
+            const std::string name = "alt" + std::to_string(i);
+            EXPECT_EQ(depth(panel, row(params, name.c_str())), depth(panel, row(params, "alt1")) + (i - 1) * step)
+                << name;
+        }
+    }
 }
 
 // ---- Rows and parameters wired both ways
