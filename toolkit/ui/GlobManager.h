@@ -22,6 +22,13 @@ public:
     static bool registerType(const LightweightString<char>& typeName, Factory factory);
     static bool unregisterType(const LightweightString<char>& typeName);
     static bool isRegistered(const LightweightString<char>& typeName);
+    // Registers a widget class made from its own InitArgs, built from the info. For the class's source file:
+    //     const bool registeredByName = GlobManager::registerWidget<Button>("Button");
+    template <typename T> static bool registerWidget(const char* typeName)
+    {
+        return registerType(typeName,
+                            [](const GlobCreationInfo& info) -> Glob* { return new T(typename T::InitArgs(info)); });
+    }
     // A registered type made from the info; null when the type is unknown or its factory made nothing.
     static Glob* createGlob(const GlobCreationInfo& info);
 

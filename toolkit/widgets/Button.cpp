@@ -30,12 +30,7 @@ int indicatorSize(int height)
     return std::clamp(height - 8, 8, 14);
 }
 
-const bool registeredByName = [] {
-    GlobManager::registerType("Button", [](const GlobCreationInfo& info) -> Glob* {
-        return new Button(Button::InitArgs(info));
-    });
-    return true;
-}();
+const bool registeredByName = GlobManager::registerWidget<Button>("Button");
 
 } // namespace
 

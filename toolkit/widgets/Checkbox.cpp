@@ -18,12 +18,7 @@ int boxSize(int height)
     return std::clamp(height - 8, 8, 14);
 }
 
-const bool registeredByName = [] {
-    GlobManager::registerType("Checkbox", [](const GlobCreationInfo& info) -> Glob* {
-        return new Checkbox(Checkbox::InitArgs(info));
-    });
-    return true;
-}();
+const bool registeredByName = GlobManager::registerWidget<Checkbox>("Checkbox");
 
 } // namespace
 

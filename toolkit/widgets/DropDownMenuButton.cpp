@@ -19,12 +19,7 @@ int arrowSpace(int height)
     return std::max(12, height);
 }
 
-const bool registeredByName = [] {
-    GlobManager::registerType("DropDownMenuButton", [](const GlobCreationInfo& info) -> Glob* {
-        return new DropDownMenuButton(DropDownMenuButton::InitArgs(info));
-    });
-    return true;
-}();
+const bool registeredByName = GlobManager::registerWidget<DropDownMenuButton>("DropDownMenuButton");
 
 } // namespace
 

@@ -7,12 +7,7 @@
 
 namespace {
 
-const bool registeredByName = [] {
-    GlobManager::registerType("FileBrowser", [](const GlobCreationInfo& info) -> Glob* {
-        return new FileBrowser(FileBrowser::InitArgs(info));
-    });
-    return true;
-}();
+const bool registeredByName = GlobManager::registerWidget<FileBrowser>("FileBrowser");
 
 } // namespace
 

@@ -27,12 +27,7 @@ const char* const upMsg = "file_browser_up";
 const char* const okMsg = "file_browser_ok";
 const char* const cancelMsg = "file_browser_cancel";
 
-const bool registeredByName = [] {
-    GlobManager::registerType("FileBrowserBase", [](const GlobCreationInfo& info) -> Glob* {
-        return new FileBrowserBase(FileBrowserBase::InitArgs(info));
-    });
-    return true;
-}();
+const bool registeredByName = GlobManager::registerWidget<FileBrowserBase>("FileBrowserBase");
 
 std::filesystem::path toFsPath(const LightweightString<wchar_t>& path)
 {

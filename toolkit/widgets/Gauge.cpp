@@ -16,12 +16,7 @@ double unit(double v)
     return std::isfinite(v) ? std::clamp(v, 0.0, 1.0) : (v > 0 ? 1.0 : 0.0);
 }
 
-const bool registeredByName = [] {
-    GlobManager::registerType("Gauge", [](const GlobCreationInfo& info) -> Glob* {
-        return new Gauge(Gauge::InitArgs(info));
-    });
-    return true;
-}();
+const bool registeredByName = GlobManager::registerWidget<Gauge>("Gauge");
 
 } // namespace
 

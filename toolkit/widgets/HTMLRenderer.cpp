@@ -16,12 +16,7 @@ const char* const HTMLRenderer::linkClickedMsg = "html_link";
 
 namespace {
 
-const bool registeredByName = [] {
-    GlobManager::registerType("HTMLRenderer", [](const GlobCreationInfo& info) -> Glob* {
-        return new HTMLRenderer(HTMLRenderer::InitArgs(info));
-    });
-    return true;
-}();
+const bool registeredByName = GlobManager::registerWidget<HTMLRenderer>("HTMLRenderer");
 
 bool isSpace(wchar_t c)
 {

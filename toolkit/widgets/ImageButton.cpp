@@ -24,12 +24,7 @@ Button::InitArgs squareByDefault(const ImageButton::InitArgs& args)
     return fixed;
 }
 
-const bool registeredByName = [] {
-    GlobManager::registerType("ImageButton", [](const GlobCreationInfo& info) -> Glob* {
-        return new ImageButton(ImageButton::InitArgs(info));
-    });
-    return true;
-}();
+const bool registeredByName = GlobManager::registerWidget<ImageButton>("ImageButton");
 
 } // namespace
 

@@ -10,12 +10,7 @@
 
 namespace {
 
-const bool registeredByName = [] {
-    GlobManager::registerType("MultiLineTextBox", [](const GlobCreationInfo& info) -> Glob* {
-        return new MultiLineTextBox(MultiLineTextBox::InitArgs(info));
-    });
-    return true;
-}();
+const bool registeredByName = GlobManager::registerWidget<MultiLineTextBox>("MultiLineTextBox");
 
 } // namespace
 

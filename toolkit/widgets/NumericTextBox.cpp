@@ -14,12 +14,7 @@ namespace {
 
 constexpr int kAutoDecimals = 6;
 
-const bool registeredByName = [] {
-    GlobManager::registerType("NumericTextBox", [](const GlobCreationInfo& info) -> Glob* {
-        return new NumericTextBox(NumericTextBox::InitArgs(info));
-    });
-    return true;
-}();
+const bool registeredByName = GlobManager::registerWidget<NumericTextBox>("NumericTextBox");
 
 std::optional<double> readSetting(const configb& config, const char* key)
 {

@@ -7,12 +7,7 @@
 
 namespace {
 
-const bool registeredByName = [] {
-    GlobManager::registerType("RadioSet", [](const GlobCreationInfo& info) -> Glob* {
-        return new RadioSet(RadioSet::InitArgs(info));
-    });
-    return true;
-}();
+const bool registeredByName = GlobManager::registerWidget<RadioSet>("RadioSet");
 
 } // namespace
 

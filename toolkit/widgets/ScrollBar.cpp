@@ -20,12 +20,7 @@ namespace {
 // A thumb is never thinner than this, so it can still be gripped when the view is a sliver of the whole.
 constexpr int minThumb = 8;
 
-const bool registeredByName = [] {
-    GlobManager::registerType("ScrollBar", [](const GlobCreationInfo& info) -> Glob* {
-        return new ScrollBar(ScrollBar::InitArgs(info));
-    });
-    return true;
-}();
+const bool registeredByName = GlobManager::registerWidget<ScrollBar>("ScrollBar");
 
 double unit(double v)
 {

@@ -17,12 +17,7 @@ namespace {
 constexpr int thumbWidth = 10;
 constexpr int trackThickness = 4;
 
-const bool registeredByName = [] {
-    GlobManager::registerType("Slider", [](const GlobCreationInfo& info) -> Glob* {
-        return new Slider(Slider::InitArgs(info));
-    });
-    return true;
-}();
+const bool registeredByName = GlobManager::registerWidget<Slider>("Slider");
 
 double readNumber(const configb& config, const char* key, double fallback)
 {

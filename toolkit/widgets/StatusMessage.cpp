@@ -31,12 +31,7 @@ StandardPanel::InitArgs panelArgs(const StatusMessage::InitArgs& args)
     return panel;
 }
 
-const bool registeredByName = [] {
-    GlobManager::registerType("StatusMessage", [](const GlobCreationInfo& info) -> Glob* {
-        return new StatusMessage(StatusMessage::InitArgs(info));
-    });
-    return true;
-}();
+const bool registeredByName = GlobManager::registerWidget<StatusMessage>("StatusMessage");
 
 } // namespace
 

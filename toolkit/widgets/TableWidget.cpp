@@ -63,12 +63,7 @@ namespace {
 // Near enough to a column edge to grip it.
 constexpr int edgeGrip = 3;
 
-const bool registeredByName = [] {
-    GlobManager::registerType("TableWidget", [](const GlobCreationInfo& info) -> Glob* {
-        return new TableWidget(TableWidget::InitArgs(info));
-    });
-    return true;
-}();
+const bool registeredByName = GlobManager::registerWidget<TableWidget>("TableWidget");
 
 const Pictor::Font& fontFor(const Pictor::FontDesc& desc)
 {

@@ -27,12 +27,7 @@ constexpr int kPad = 4;
 constexpr double kBlinkMs = 530.0;
 constexpr wchar_t kBullet = 0x2022;
 
-const bool registeredByName = [] {
-    GlobManager::registerType("TextBoxBase", [](const GlobCreationInfo& info) -> Glob* {
-        return new TextBoxBase(TextBoxBase::InitArgs(info));
-    });
-    return true;
-}();
+const bool registeredByName = GlobManager::registerWidget<TextBoxBase>("TextBoxBase");
 
 bool isWordChar(wchar_t c)
 {

@@ -9,12 +9,7 @@
 
 namespace {
 
-const bool registeredByName = [] {
-    GlobManager::registerType("TextLabel", [](const GlobCreationInfo& info) -> Glob* {
-        return new TextLabel(TextLabel::InitArgs(info));
-    });
-    return true;
-}();
+const bool registeredByName = GlobManager::registerWidget<TextLabel>("TextLabel");
 
 } // namespace
 

@@ -29,12 +29,7 @@ int titleTextWidth(const UIString& title)
     return text.empty() ? 0 : UifStd::defaultFont().pixelWidth(text.view()) + UifStd::getWidgetGap();
 }
 
-const bool registeredByName = [] {
-    GlobManager::registerType("TitleMenuButton", [](const GlobCreationInfo& info) -> Glob* {
-        return new TitleMenuButton(TitleMenuButton::InitArgs(info));
-    });
-    return true;
-}();
+const bool registeredByName = GlobManager::registerWidget<TitleMenuButton>("TitleMenuButton");
 
 } // namespace
 

@@ -8,12 +8,7 @@
 
 namespace {
 
-const bool registeredByName = [] {
-    GlobManager::registerType("TitleTextBox", [](const GlobCreationInfo& info) -> Glob* {
-        return new TitleTextBox(TitleTextBox::InitArgs(info));
-    });
-    return true;
-}();
+const bool registeredByName = GlobManager::registerWidget<TitleTextBox>("TitleTextBox");
 
 } // namespace
 
