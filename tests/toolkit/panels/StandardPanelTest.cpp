@@ -44,11 +44,14 @@ XY<int> titlePoint(const StandardPanel* panel)
     return panel->getTitleBarBox().centre();
 }
 
+struct StandardPanelTest : testing::Test {
+    UiHarness ui;
+};
+
 } // namespace
 
-TEST(StandardPanel, DraggingTheTitleBarMovesAMovablePanel)
+TEST_F(StandardPanelTest, DraggingTheTitleBarMovesAMovablePanel)
 {
-    UiHarness ui;
     auto* panel = ui.makeTopLevel<StandardPanel>(panelArgs(StandardPanel::CloseButton), {100, 100});
     const XY<int> from = titlePoint(panel);
     ui.drag(panel, from, {from.x + 50, from.y - 30});
@@ -84,9 +87,8 @@ TEST(StandardPanel, APanelLargerThanTheScreenKeepsItsTitleBarReachable)
     EXPECT_TRUE(ui.screen().getArea().contains(title.centre()));
 }
 
-TEST(StandardPanel, DraggingEdgesResizesAgainstTheOppositeEdge)
+TEST_F(StandardPanelTest, DraggingEdgesResizesAgainstTheOppositeEdge)
 {
-    UiHarness ui;
     auto* panel = ui.makeTopLevel<StandardPanel>(panelArgs(StandardPanel::CloseButton, true), {200, 200});
     auto* row = panel->addWidget<Glob>(Glob::InitArgs(40, 20), Glob::UserTopLeft(0, 0));
     const int h = panel->getHeight();
@@ -111,9 +113,8 @@ TEST(StandardPanel, DraggingEdgesResizesAgainstTheOppositeEdge)
     EXPECT_EQ(panel->getY() + panel->getHeight(), 400);
 }
 
-TEST(StandardPanel, CloseButtonDestroysThePanelUnlessReleasedAwayFromIt)
+TEST_F(StandardPanelTest, CloseButtonDestroysThePanelUnlessReleasedAwayFromIt)
 {
-    UiHarness ui;
     auto* panel = ui.makeTopLevel<StandardPanel>(panelArgs(StandardPanel::CloseButton), {100, 100});
     GlobWatch watch(panel);
     const GlobBox close = panel->getStandardWidgetBox(StandardPanel::CloseButton);
@@ -125,14 +126,12 @@ TEST(StandardPanel, CloseButtonDestroysThePanelUnlessReleasedAwayFromIt)
     ui.click(panel, close.centre());
     ui.step();
     EXPECT_FALSE(watch.alive());
-    for (Glob* top : ui.screen().getTopLevels()) {
+    for (Glob* top : ui.screen().getTopLevels())
         EXPECT_NE(top, watch.get());
-    }
 }
 
-TEST(StandardPanel, DoItReachesTheOwnerUnlessThePanelHandlesIt)
+TEST_F(StandardPanelTest, DoItReachesTheOwnerUnlessThePanelHandlesIt)
 {
-    UiHarness ui;
     auto* panel = ui.make<StandardPanel>(panelArgs(StandardPanel::CloseButton | StandardPanel::DoItButton),
                                          Glob::BottomLeft(50, 50));
     const GlobBox doIt = panel->getStandardWidgetBox(StandardPanel::DoItButton);
@@ -156,9 +155,8 @@ TEST(StandardPanel, DoItReachesTheOwnerUnlessThePanelHandlesIt)
     EXPECT_FALSE(watch.alive());
 }
 
-TEST(StandardPanel, EscapeClosesAndReturnCommitsOnlyWithTheirButtons)
+TEST_F(StandardPanelTest, EscapeClosesAndReturnCommitsOnlyWithTheirButtons)
 {
-    UiHarness ui;
     auto* plain = ui.make<StandardPanel>(panelArgs(StandardPanel::NoWidgets), Glob::BottomLeft(20, 20));
     GlobWatch plainWatch(plain);
     ASSERT_TRUE(ui.focus(plain));
@@ -181,9 +179,8 @@ TEST(StandardPanel, EscapeClosesAndReturnCommitsOnlyWithTheirButtons)
     EXPECT_FALSE(watch.alive());
 }
 
-TEST(StandardPanel, CalcPanelSizeGivesExactlyTheWantedUserArea)
+TEST_F(StandardPanelTest, CalcPanelSizeGivesExactlyTheWantedUserAreaAndAButtonMakesRoomForATitleBar)
 {
-    UiHarness ui;
     const StandardPanel::BorderStyle styles[] = {StandardPanel::NoBorder, StandardPanel::ThinBorder,
                                                  StandardPanel::RaisedBorder, StandardPanel::SunkenBorder};
     for (StandardPanel::BorderStyle style : styles) {
@@ -207,11 +204,8 @@ TEST(StandardPanel, CalcPanelSizeGivesExactlyTheWantedUserArea)
             }
         }
     }
-}
 
-TEST(StandardPanel, AddingAButtonToAnUntitledPanelMakesRoomForTheTitleBar)
-{
-    UiHarness ui;
+    // Adding a button to an untitled panel makes room for the title bar.
     StandardPanel::InitArgs args(L"", 200, 150, StandardPanel::NoWidgets);
     auto* panel = ui.make<StandardPanel>(args);
     auto* row = panel->addWidget<Glob>(Glob::InitArgs(50, 20), Glob::UserTopLeft(0, 0));
@@ -221,9 +215,8 @@ TEST(StandardPanel, AddingAButtonToAnUntitledPanelMakesRoomForTheTitleBar)
     EXPECT_EQ(row->getY() + row->getHeight(), topBefore - UifStd::getWindowArrangement().titleBarHeight);
 }
 
-TEST(StandardPanel, MadeByTypeNameWithItsTitle)
+TEST_F(StandardPanelTest, MadeByTypeNameWithItsTitle)
 {
-    UiHarness ui;
     GlobCreationInfo info(240, 160);
     info.typeName = "StandardPanel";
     info.config.set("title", "Named \xc3\xa9");
@@ -239,9 +232,8 @@ TEST(StandardPanel, MadeByTypeNameWithItsTitle)
     Glob::destroy(made);
 }
 
-TEST(StandardPanel, PointerShowsWhatAnEdgeOrButtonWillDo)
+TEST_F(StandardPanelTest, PointerShowsWhatAnEdgeOrButtonWillDo)
 {
-    UiHarness ui;
     auto* panel = ui.makeTopLevel<StandardPanel>(panelArgs(StandardPanel::CloseButton, true), {200, 200});
     const std::pair<XY<int>, int> cases[] = {
         {{299, 100}, CursorResizeHorizontal}, {{150, 1}, CursorResizeVertical}, {{299, 1}, CursorResizeDiagonal},

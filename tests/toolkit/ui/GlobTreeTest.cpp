@@ -42,17 +42,21 @@ private:
     IdStamp m_earlierStamp;
 };
 
+// Three children that each watch the sibling made before them.
+void addDyingChildren(Glob& parent, std::vector<std::string>& log)
+{
+    auto* first = parent.addChild(new DyingGlob(log, "first", nullptr), Glob::BottomLeft());
+    auto* second = parent.addChild(new DyingGlob(log, "second", static_cast<DyingGlob*>(first)), Glob::BottomLeft());
+    parent.addChild(new DyingGlob(log, "third", static_cast<DyingGlob*>(second)), Glob::BottomLeft());
+}
+
 } // namespace
 
 TEST(GlobTree, ChildrenDieLastFirstWhileEarlierSiblingsStillLive)
 {
     std::vector<std::string> log;
     auto* parent = new ProbeGlob(100, 100);
-    auto* first = new DyingGlob(log, "first", nullptr);
-    auto* second = new DyingGlob(log, "second", first);
-    parent->addChild(first, Glob::BottomLeft());
-    parent->addChild(second, Glob::BottomLeft());
-    parent->addChild(new DyingGlob(log, "third", second), Glob::BottomLeft());
+    addDyingChildren(*parent, log);
     delete parent;
     EXPECT_EQ(log, (std::vector<std::string> { "third saw second", "second saw first", "first" }));
 }
@@ -62,11 +66,7 @@ TEST(GlobTree, ChildrenRemovedDuringADispatchStillDieLastFirst)
     UiHarness ui;
     std::vector<std::string> log;
     auto* panel = ui.make<ProbeGlob>(ProbeGlob::InitArgs(100, 100));
-    auto* first = new DyingGlob(log, "first", nullptr);
-    auto* second = new DyingGlob(log, "second", first);
-    panel->addChild(first, Glob::BottomLeft());
-    panel->addChild(second, Glob::BottomLeft());
-    panel->addChild(new DyingGlob(log, "third", second), Glob::BottomLeft());
+    addDyingChildren(*panel, log);
     panel->onEvent = [&](ProbeGlob& self, const Event& e) {
         if (!e.isMessage())
             return;
@@ -147,7 +147,7 @@ TEST(GlobTree, DetachGivesTheChildAwayAndCopiesAreNewWidgets)
 // ---------------------------------------------------------------------------------------------------------
 // Named messages
 
-TEST(GlobMessages, CallMsgReachesTheParentAsAMessageEventOrAnExplicitOwnerWhileItLives)
+TEST(GlobMessages, CallMsgReachesTheParentOrAnOwnerWhileItLivesAndDeadTargetsHearNothing)
 {
     ProbeGlob parent(100, 100);
     auto* child = parent.addWidget<ProbeGlob>(ProbeGlob::InitArgs(10, 10), Glob::BottomLeft());
@@ -171,19 +171,15 @@ TEST(GlobMessages, CallMsgReachesTheParentAsAMessageEventOrAnExplicitOwnerWhileI
     child->callMsg("after_owner_died");
     ASSERT_EQ(parent.messages.size(), 2u);
     EXPECT_EQ(parent.messages[1].name, "after_owner_died");
-}
 
-TEST(GlobMessages, MessagesToDeadOrMissingTargetsGoNowhere)
-{
+    // Messages to dead or missing targets go nowhere.
     ProbeGlob sender(10, 10);
-    auto* target = new ProbeGlob(10, 10);
-    delete target;
-    EXPECT_TRUE(sender.sendMsg(target, "lost"));
+    EXPECT_TRUE(sender.sendMsg(listener, "lost"));
     EXPECT_TRUE(sender.sendMsg(nullptr, "lost"));
     EXPECT_TRUE(sender.callMsg("no_owner")) << "a widget without parent or owner sends into the void";
 }
 
-TEST(GlobMessages, WidgetDestroyedInsideItsOwnHandlerLivesUntilTheDispatchEnds)
+TEST(GlobMessages, WidgetDestroyedInsideItsOwnOrItsParentsHandlerLivesUntilTheDispatchEnds)
 {
     UiHarness ui;
     auto* doomed = ui.make<ProbeGlob>(ProbeGlob::InitArgs(40, 40), Glob::BottomLeft(10, 10));
@@ -199,11 +195,8 @@ TEST(GlobMessages, WidgetDestroyedInsideItsOwnHandlerLivesUntilTheDispatchEnds)
     EXPECT_TRUE(stillUsable);
     EXPECT_FALSE(is_good_glob_ptr(doomed));
     EXPECT_EQ(ui.owner().numChildren(), 0u);
-}
 
-TEST(GlobMessages, ParentRemovingTheClickedChildFromAMessageHandlerIsSafe)
-{
-    UiHarness ui;
+    // A parent removing the clicked child from its message handler is just as safe.
     auto* button = ui.make<ProbeGlob>(ProbeGlob::InitArgs(40, 20), Glob::BottomLeft(10, 10));
     int reportsAfterDeath = 0;
     button->onEvent = [&](ProbeGlob& self, const Event& e) {

@@ -48,9 +48,16 @@ TEST_F(ButtonsTest, AClickTellsTheOwnerOnceAndAChangeOfMindTellsNobody)
     EXPECT_EQ(ui.owner().count(Button::clickMsg), 1u);
 }
 
-TEST_F(ButtonsTest, DisabledOrClickThroughButtonsDoNothing)
+TEST_F(ButtonsTest, SpaceAndReturnActivateTheFocusedButtonAndDisabledOrClickThroughButtonsDoNothing)
 {
     Button* b = button();
+    ASSERT_TRUE(ui.focus(b));
+    ui.pressKey(' ');
+    ui.pressKey(Event::KeyReturn);
+    ui.pressKey('x');
+    EXPECT_EQ(ui.owner().count(Button::clickMsg), 2u);
+
+    ui.owner().clear();
     b->setEnabled(false);
     ui.click(b);
     ui.focus(b);
@@ -65,16 +72,6 @@ TEST_F(ButtonsTest, DisabledOrClickThroughButtonsDoNothing)
     b->setIgnoreMouseClicks(false);
     ui.click(b);
     EXPECT_EQ(ui.owner().count(), 1u);
-}
-
-TEST_F(ButtonsTest, SpaceAndReturnActivateTheFocusedButton)
-{
-    Button* b = button();
-    ASSERT_TRUE(ui.focus(b));
-    ui.pressKey(' ');
-    ui.pressKey(Event::KeyReturn);
-    ui.pressKey('x');
-    EXPECT_EQ(ui.owner().count(Button::clickMsg), 2u);
 
     // A click gives the focus, unless the button does not want it.
     Button* other = button(L"Other", 150);
@@ -133,7 +130,7 @@ TEST_F(ButtonsTest, LatchingButtonsFlipTheirDownStateAndCodeSwitchesItSilently)
     EXPECT_TRUE(tool->isDown());
 }
 
-TEST_F(ButtonsTest, OwnMessagesAndDownColours)
+TEST_F(ButtonsTest, OwnMessagesDownColoursAndAutoFittedLabels)
 {
     Button* b = button();
     b->setMessage("apply_pressed");
@@ -146,11 +143,9 @@ TEST_F(ButtonsTest, OwnMessagesAndDownColours)
     EXPECT_TRUE(ui.pixelAt(b, {4, 4}).isCloseTo(back, 2.0 / 255)) << "the down face is drawn in the down colour";
     b->setDown(false);
     EXPECT_FALSE(ui.pixelAt(b, {4, 4}).isCloseTo(back, 20.0 / 255));
-}
 
-TEST_F(ButtonsTest, SetStringAutoFitsTheLabel)
-{
-    Button* b = button(L"OK");
+    // The label set with setStringAuto decides the width.
+    b->setStringAuto(UIString(L"OK"));
     const int small = b->getWidth();
     b->setStringAuto(UIString(L"A much longer label than before"));
     EXPECT_GT(b->getWidth(), small + 100);
@@ -205,7 +200,7 @@ protected:
     }
 };
 
-TEST_F(CheckboxTest, ClickOnTheBoxOrTheLabelTogglesAndTellsTheOwner)
+TEST_F(CheckboxTest, ClickOrSpaceTogglesAndTellsTheOwnerButDisabledBoxesIgnoreEverything)
 {
     Checkbox* c = box();
     ui.click(c, c->boxArea().centre());
@@ -222,26 +217,25 @@ TEST_F(CheckboxTest, ClickOnTheBoxOrTheLabelTogglesAndTellsTheOwner)
     ui.drag(c, c->boxArea().centre(), {300, 250});
     EXPECT_FALSE(c->getValue()) << "released elsewhere: no toggle";
 
-    // Set from code: silent, yet the tick shows.
-    const Colour before = ui.pixelAt(c, c->boxArea().centre());
-    c->setValue(true);
-    EXPECT_EQ(ui.owner().count(), 2u);
-    EXPECT_FALSE(ui.pixelAt(c, c->boxArea().centre()).isCloseTo(before, 20.0 / 255)) << "the tick crosses the box's centre";
-}
-
-TEST_F(CheckboxTest, SpaceTogglesAndDisabledBoxesIgnoreEverything)
-{
-    Checkbox* c = box();
     ui.focus(c);
     ui.pressKey(' ');
     EXPECT_TRUE(c->getValue());
     ui.pressKey(Event::KeyReturn);
     EXPECT_TRUE(c->getValue()) << "Return belongs to the panel (its do-it), not to the box";
+    EXPECT_EQ(ui.owner().count(), 3u);
+    c->setValue(false);
 
+    // Set from code: silent, yet the tick shows.
+    const Colour before = ui.pixelAt(c, c->boxArea().centre());
+    c->setValue(true);
+    EXPECT_EQ(ui.owner().count(), 3u);
+    EXPECT_FALSE(ui.pixelAt(c, c->boxArea().centre()).isCloseTo(before, 20.0 / 255)) << "the tick crosses the box's centre";
+
+    // Disabled, it ignores everything.
     c->setEnabled(false);
     ui.click(c);
     EXPECT_TRUE(c->getValue());
-    EXPECT_EQ(ui.owner().count(), 1u);
+    EXPECT_EQ(ui.owner().count(), 3u);
 }
 
 TEST_F(CheckboxTest, WidthFitsTheLabelAndLabelFirstPutsTheBoxAfterIt)
@@ -271,7 +265,7 @@ protected:
     }
 };
 
-TEST_F(RadioTest, OneSelectionAtATimeAndOneMessagePerChange)
+TEST_F(RadioTest, OneSelectionAtATimeOneMessagePerChangeAndArrowsSkipDisabledButtons)
 {
     RadioSet* r = set();
     ASSERT_EQ(r->numWidgets(), 3u);
@@ -292,11 +286,10 @@ TEST_F(RadioTest, OneSelectionAtATimeAndOneMessagePerChange)
     r->select(-1, RadioSet::NotifyFlag);
     EXPECT_EQ(r->getSelected(), -1);
     EXPECT_EQ(ui.owner().count(), 2u);
-}
 
-TEST_F(RadioTest, ArrowKeysMoveSkippingDisabledButtonsAndStopAtTheEnds)
-{
-    RadioSet* r = set();
+    // Arrow keys move, skipping disabled buttons, and stop at the ends.
+    ui.owner().clear();
+    r->select(0);
     r->getWidget(size_t{1})->setEnabled(false);
     ui.focus(r->getWidget(size_t{0}));
     ui.pressKey(Event::KeyDown);

@@ -61,7 +61,7 @@ TEST_F(DropDown, ClickingOpensUnderTheButtonAndAChoiceReachesTheOwner)
     EXPECT_EQ(button->getOpenMenu(), nullptr);
 }
 
-TEST_F(DropDown, ClosingWithoutAChoiceChangesNothingAndSendsNothing)
+TEST_F(DropDown, ClosingWithoutAChoiceChangesNothingAndSendsNothingAndTheButtonsDeathClosesIt)
 {
     ASSERT_NE(openByClick(), nullptr);
     ui.pressKey(Event::KeyEscape);
@@ -76,9 +76,17 @@ TEST_F(DropDown, ClosingWithoutAChoiceChangesNothingAndSendsNothing)
     EXPECT_EQ(button->getOpenMenu(), nullptr);
     EXPECT_EQ(ui.owner().count(), 0u);
     EXPECT_EQ(button->getSelectedItem(), 0);
+
+    // Destroying the button takes its open menu along.
+    MenuGlob* menu = openByClick();
+    ASSERT_NE(menu, nullptr);
+    GlobWatch watch(menu);
+    Glob::destroy(button);
+    ui.step();
+    EXPECT_FALSE(watch.alive());
 }
 
-TEST_F(DropDown, SetMessageRenamesWhatAChoiceSends)
+TEST_F(DropDown, SetMessageRenamesWhatAChoiceSendsAndOwnTextMayReplaceTheLabel)
 {
     button->setMessage("FormatPicked");
     MenuGlob* menu = openByClick();
@@ -89,6 +97,14 @@ TEST_F(DropDown, SetMessageRenamesWhatAChoiceSends)
     EXPECT_EQ(ui.owner().count("FormatPicked"), 1u);
     EXPECT_FALSE(ui.owner().heard(DropDownMenuButton::dropDownMenuButtonMsg));
     EXPECT_EQ(button->getSelectedItem(), 1);
+
+    // Own text replaces the selected label on the face once asked to.
+    button->setString(UIString(L"Own words"));
+    EXPECT_EQ(button->getDisplayedText(), L"NTSC");
+    button->useSelectedForButtonDisplay(false);
+    EXPECT_EQ(button->getDisplayedText(), L"Own words");
+    button->setSelectedItem(MenuItemIndex(2));
+    EXPECT_EQ(button->getDisplayedText(), L"Own words");
 }
 
 TEST_F(DropDown, SelectionByPositionAndByLabel)
@@ -125,16 +141,6 @@ TEST_F(DropDown, SelectionByPositionAndByLabel)
     EXPECT_EQ(openByClick(), nullptr); // an empty menu does not open
 }
 
-TEST_F(DropDown, OwnTextReplacesTheSelectedLabelOnTheFace)
-{
-    button->setString(UIString(L"Own words"));
-    EXPECT_EQ(button->getDisplayedText(), L"PAL");
-    button->useSelectedForButtonDisplay(false);
-    EXPECT_EQ(button->getDisplayedText(), L"Own words");
-    button->setSelectedItem(MenuItemIndex(2));
-    EXPECT_EQ(button->getDisplayedText(), L"Own words");
-}
-
 TEST_F(DropDown, KeysOpenTheMenuWhenFocusedAndADisabledButtonStaysShut)
 {
     for (int key : {int(' '), int(Event::KeyReturn), int(Event::KeyDown)}) {
@@ -148,16 +154,6 @@ TEST_F(DropDown, KeysOpenTheMenuWhenFocusedAndADisabledButtonStaysShut)
     }
     button->setEnabled(false);
     EXPECT_EQ(openByClick(), nullptr);
-}
-
-TEST_F(DropDown, DestroyingTheButtonTakesItsOpenMenuAlong)
-{
-    MenuGlob* menu = openByClick();
-    ASSERT_NE(menu, nullptr);
-    GlobWatch watch(menu);
-    Glob::destroy(button);
-    ui.step();
-    EXPECT_FALSE(watch.alive());
 }
 
 TEST(DropDownWidth, CalcWidthFitsTheWidestMainColumnAndTheArrow)
@@ -203,7 +199,7 @@ TEST(TitleMenu, TitleBesideTheButtonAndChoicesForwardedAndPublished)
     EXPECT_EQ(titled->getSelectedItemNameW(), L"24");
 }
 
-TEST(TitleMenu, FixedSizesAreKeptAndACopyHasItsOwnButton)
+TEST(TitleMenu, FixedSizesAreKeptACopyHasItsOwnButtonAndATallRowCentresTheButton)
 {
     UiHarness ui;
     auto* titled = ui.make<TitleMenuButton>(
@@ -220,18 +216,15 @@ TEST(TitleMenu, FixedSizesAreKeptAndACopyHasItsOwnButton)
     EXPECT_EQ(copy.getSelectedItemNameW(), L"B");
     copy.setSelectedItem(MenuItemIndex(0));
     EXPECT_EQ(titled->getSelectedItem(), 1);
-}
 
-TEST(TitleMenu, ATallRowCentresAButtonOfItsOwnHeight)
-{
-    UiHarness ui;
-    TitleMenuButton titled(UIString(L"Rate"), {L"24", L"25"}, Palette(), 200, 40, 20, nullptr, false);
-    DropDownMenuButton* btn = titled.getBtn();
-    EXPECT_EQ(titled.getHeight(), 40);
+    // A tall row centres a button of its own height.
+    TitleMenuButton tall(UIString(L"Rate"), {L"24", L"25"}, Palette(), 200, 40, 20, nullptr, false);
+    DropDownMenuButton* btn = tall.getBtn();
+    EXPECT_EQ(tall.getHeight(), 40);
     EXPECT_EQ(btn->getHeight(), 20);
     EXPECT_EQ(btn->getY(), 10);
     EXPECT_EQ(btn->getX() + btn->getWidth(), 200);
     EXPECT_FALSE(btn->usesSelectedForButtonDisplay());
-    titled.resize(260, 40);
+    tall.resize(260, 40);
     EXPECT_EQ(btn->getX() + btn->getWidth(), 260);
 }

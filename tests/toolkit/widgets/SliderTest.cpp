@@ -27,7 +27,7 @@ protected:
     int mid(const Slider* s) const { return s->getHeight() / 2; }
 };
 
-TEST_F(SliderTest, PositionsAndPixelsMapBothWaysAcrossTheTrack)
+TEST_F(SliderTest, PositionsAndPixelsMapBothWaysAndClicksAndDragsMoveWithinTheRange)
 {
     Slider* s = slider(-10.0, 30.0);
     EXPECT_EQ(s->valueToX(-10.0), s->trackLeft());
@@ -37,11 +37,9 @@ TEST_F(SliderTest, PositionsAndPixelsMapBothWaysAcrossTheTrack)
     EXPECT_DOUBLE_EQ(s->xToValue(s->trackRight() + 50), 30.0);
     for (double v : {-10.0, -2.5, 10.0, 29.0})
         EXPECT_NEAR(s->xToValue(s->valueToX(v)), v, 40.0 / (s->trackRight() - s->trackLeft()));
-}
 
-TEST_F(SliderTest, ClickInTheTrackJumpsAndDraggingKeepsTheGripAndClampsAtBothEnds)
-{
-    Slider* s = slider(0.0, 100.0);
+    // A click in the track jumps; dragging keeps the grip and clamps at both ends.
+    s->setValueRange(0.0, 100.0);
     const int x75 = s->valueToX(75.0);
     ui.click(s, XY<int>(x75, mid(s)));
     EXPECT_NEAR(s->getValue(), 75.0, 0.6);
@@ -71,7 +69,7 @@ TEST_F(SliderTest, ClickInTheTrackJumpsAndDraggingKeepsTheGripAndClampsAtBothEnd
     EXPECT_EQ(ui.owner().count(), heard);
 }
 
-TEST_F(SliderTest, KeysStepPageAndJumpToTheEnds)
+TEST_F(SliderTest, KeysStepPageAndJumpToTheEndsAndCodeIsClampedAndSilent)
 {
     Slider* s = slider(0.0, 200.0);
     ui.focus(s);
@@ -88,11 +86,10 @@ TEST_F(SliderTest, KeysStepPageAndJumpToTheEnds)
     ui.pressKey(Event::KeyLeft);
     EXPECT_EQ(ui.owner().count(Slider::changedMsg), heard) << "no change at the minimum";
     EXPECT_EQ(heard, 5u);
-}
 
-TEST_F(SliderTest, RangesAndPositionsFromCodeAreClampedAndSilent)
-{
-    Slider* s = slider(10.0, -10.0);
+    // Ranges and positions from code are clamped and silent.
+    ui.owner().clear();
+    s->setValueRange(10.0, -10.0);
     EXPECT_DOUBLE_EQ(s->getMinimum(), -10.0) << "ends given the wrong way round";
     EXPECT_DOUBLE_EQ(s->getMaximum(), 10.0);
     s->setPosition(25.0);
@@ -107,11 +104,9 @@ TEST_F(SliderTest, RangesAndPositionsFromCodeAreClampedAndSilent)
     ui.click(s, XY<int>(s->getWidth() - 5, mid(s)));
     EXPECT_DOUBLE_EQ(s->getValue(), 3.0);
     EXPECT_EQ(ui.owner().count(), 0u);
-}
 
-TEST_F(SliderTest, ThePointOfInterestIsDrawnUnderTheTrack)
-{
-    Slider* s = slider(0.0, 1.0);
+    // The point of interest is drawn under the track.
+    s->setValueRange(0.0, 1.0);
     s->setPosition(0.0);
     const XY<int> at(s->valueToX(0.6), mid(s) - 5);
     const Colour before = ui.pixelAt(s, at);
@@ -164,7 +159,7 @@ TEST_F(ScrollBarTest, TheThumbIsTheVisibleFractionAndItsPositionIsClampedAtBothE
     EXPECT_FALSE(b->isScrollable());
 }
 
-TEST_F(ScrollBarTest, ArrowsAndTheWheelAskTheOwnerToScroll)
+TEST_F(ScrollBarTest, ArrowsAndTheWheelAskTheOwnerToScrollAndTrackClicksPage)
 {
     ScrollBar* b = bar(0.25);
     ui.click(b, b->upButtonBox().centre());
@@ -177,11 +172,8 @@ TEST_F(ScrollBarTest, ArrowsAndTheWheelAskTheOwnerToScroll)
                                                              ScrollBar::upButtonPressedMsg,
                                                              ScrollBar::downButtonPressedMsg}));
     EXPECT_DOUBLE_EQ(b->getThumbPos(), 0.0) << "the owner moves the view and sets the thumb, not the bar";
-}
 
-TEST_F(ScrollBarTest, ClicksInTheTrackPageUntilTheEnd)
-{
-    ScrollBar* b = bar(0.25);
+    // Clicks in the track page until the end.
     const XY<int> nearBottom(b->getWidth() / 2, b->trackBox().bottom() + 2);
     for (double expected : {0.25, 0.5, 0.75}) {
         ui.click(b, nearBottom);

@@ -15,6 +15,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <initializer_list>
 #include <string>
 
 namespace {
@@ -47,19 +48,22 @@ protected:
     {
         return {static_cast<int>(b->xForPos(pos)), b->getHeight() / 2};
     }
+    // Presses each key in turn, all with the same modifiers.
+    void keys(std::initializer_list<int> pressed, int modifiers = 0)
+    {
+        for (int key : pressed)
+            ui.pressKey(key, modifiers);
+    }
 };
 
-TEST_F(TextBoxTest, TypingEditingAndCaretKeys)
+TEST_F(TextBoxTest, TypingEditingCaretKeysAndScrollingToTheCaret)
 {
     TextBoxBase* b = box();
     ui.typeText(L"hello world");
     EXPECT_EQ(b->getString(), L"hello world");
     EXPECT_EQ(ui.owner().count(TextBoxBase::changedMsg), 11u);
 
-    ui.pressKey(Event::KeyHome);
-    ui.pressKey(Event::KeyDelete);
-    ui.pressKey(Event::KeyEnd);
-    ui.pressKey(Event::KeyBackspace);
+    keys({Event::KeyHome, Event::KeyDelete, Event::KeyEnd, Event::KeyBackspace});
     EXPECT_EQ(b->getString(), L"ello worl");
     ui.pressKey(Event::KeyBackspace, Event::Ctrl);
     EXPECT_EQ(b->getString(), L"ello ") << "Ctrl+Backspace deletes the word before the caret";
@@ -75,14 +79,28 @@ TEST_F(TextBoxTest, TypingEditingAndCaretKeys)
     ui.pressKey(Event::KeyEscape);
     EXPECT_EQ(b->getString(), L"ello ");
     EXPECT_EQ(ui.owner().count(), heard);
+
+    // Long text scrolls to keep the caret in view.
+    TextBoxBase* narrow = box(L"", 60);
+    ui.typeText(L"a long line of text that cannot fit");
+    const GlobBox area = narrow->entryArea();
+    EXPECT_GT(narrow->getScrollOffset(), 0.0);
+    EXPECT_LE(narrow->xForPos(narrow->getCaretPos()), area.right());
+    ui.pressKey(Event::KeyHome);
+    EXPECT_DOUBLE_EQ(narrow->getScrollOffset(), 0.0);
+    EXPECT_GE(narrow->xForPos(0), area.left());
+    // Deleting the end brings hidden text back instead of leaving empty room.
+    ui.pressKey(Event::KeyEnd);
+    for (int i = 0; i < 30; ++i)
+        ui.pressKey(Event::KeyBackspace);
+    EXPECT_DOUBLE_EQ(narrow->getScrollOffset(), 0.0);
 }
 
 TEST_F(TextBoxTest, ShiftArrowsShiftClickDragAndDoubleClickSelect)
 {
     TextBoxBase* b = box(L"alpha beta gamma");
     ui.pressKey(Event::KeyHome);
-    ui.pressKey(Event::KeyRight, Event::Shift);
-    ui.pressKey(Event::KeyRight, Event::Shift);
+    keys({Event::KeyRight, Event::KeyRight}, Event::Shift);
     EXPECT_EQ(b->getSelectedText(), L"al");
     ui.pressKey(Event::KeyRight);
     EXPECT_FALSE(b->hasSelection()) << "an arrow without Shift collapses the selection at its end";
@@ -107,8 +125,7 @@ TEST_F(TextBoxTest, ShiftArrowsShiftClickDragAndDoubleClickSelect)
 TEST_F(TextBoxTest, ClipboardCopyCutAndFilteredPaste)
 {
     TextBoxBase* b = box(L"one two");
-    ui.pressKey('a', Event::Ctrl);
-    ui.pressKey('c', Event::Ctrl);
+    keys({'a', 'c'}, Event::Ctrl);
     EXPECT_EQ(ui.screen().getClipboardText(), L"one two");
 
     ui.pressKey(Event::KeyHome);
@@ -131,33 +148,28 @@ TEST_F(TextBoxTest, ClipboardCopyCutAndFilteredPaste)
     EXPECT_EQ(b->getString(), L" twoabc") << "digits and capitals are not allowed here";
 }
 
-TEST_F(TextBoxTest, ObfuscatedBoxesShowBulletsAndRefuseCopy)
+TEST_F(TextBoxTest, ObfuscatedBoxesRefuseCopyReadOnlyOnesRefuseEditsAndDisabledOnesIgnoreInput)
 {
     TextBoxBase* plain = box(L"secret");
     TextBoxBase* b = box(L"secret");
     b->setObfuscatedDisplay(true);
     ui.screen().setClipboardText(L"before");
-    ui.pressKey('a', Event::Ctrl);
-    ui.pressKey('c', Event::Ctrl);
-    ui.pressKey('x', Event::Ctrl);
+    keys({'a', 'c', 'x'}, Event::Ctrl);
     EXPECT_EQ(ui.screen().getClipboardText(), L"before");
     EXPECT_EQ(b->getString(), L"secret") << "cut is refused too: it would be a copy";
     // Bullets are narrower than the letters, so the caret positions differ from the plain box's.
     EXPECT_NE(b->xForPos(6), plain->xForPos(6));
-}
 
-TEST_F(TextBoxTest, ReadOnlyBoxesSelectAndCopyButRefuseEditsAndDisabledOnesIgnoreInput)
-{
-    TextBoxBase* b = box(L"fixed");
-    b->setEditable(false);
+    // Read-only boxes select and copy but refuse edits.
+    TextBoxBase* fixed = box(L"fixed");
+    fixed->setEditable(false);
     ui.typeText(L"zz");
     ui.pressKey(Event::KeyBackspace);
     ui.screen().setClipboardText(L"pasted");
     ui.pressKey('v', Event::Ctrl);
-    EXPECT_EQ(b->getString(), L"fixed");
-    EXPECT_FALSE(b->isCaretShown());
-    ui.pressKey('a', Event::Ctrl);
-    ui.pressKey('c', Event::Ctrl);
+    EXPECT_EQ(fixed->getString(), L"fixed");
+    EXPECT_FALSE(fixed->isCaretShown());
+    keys({'a', 'c'}, Event::Ctrl);
     EXPECT_EQ(ui.screen().getClipboardText(), L"fixed");
     EXPECT_EQ(ui.owner().count(TextBoxBase::changedMsg), 0u);
 
@@ -223,23 +235,6 @@ TEST_F(TextBoxTest, RequestedCallbacksReplaceTheOwnersMessageAndSurviveTheTarget
     GlobWatch watch(b);
     ui.typeText(L"xyz");
     EXPECT_FALSE(watch.alive());
-}
-
-TEST_F(TextBoxTest, LongTextScrollsToKeepTheCaretInView)
-{
-    TextBoxBase* b = box(L"", 60);
-    ui.typeText(L"a long line of text that cannot fit");
-    const GlobBox area = b->entryArea();
-    EXPECT_GT(b->getScrollOffset(), 0.0);
-    EXPECT_LE(b->xForPos(b->getCaretPos()), area.right());
-    ui.pressKey(Event::KeyHome);
-    EXPECT_DOUBLE_EQ(b->getScrollOffset(), 0.0);
-    EXPECT_GE(b->xForPos(0), area.left());
-    // Deleting the end brings hidden text back instead of leaving empty room.
-    ui.pressKey(Event::KeyEnd);
-    for (int i = 0; i < 30; ++i)
-        ui.pressKey(Event::KeyBackspace);
-    EXPECT_DOUBLE_EQ(b->getScrollOffset(), 0.0);
 }
 
 TEST_F(TextBoxTest, CaretBlinksOnTheToolkitClockAndGhostShowsOnlyWhenEmptyAndUnfocused)
@@ -321,7 +316,7 @@ TEST_F(TextBoxTest, CommittingAnAdvancingRowPerformsThePanelsMainActionAndTabCom
 // ---------------------------------------------------------------------------------------------------------
 // Number box
 
-TEST_F(TextBoxTest, NumberBoxCorrectsOnCommitAndStepsWithArrows)
+TEST_F(TextBoxTest, NumberBoxCorrectsOnCommitStepsWithArrowsAndFormatsDecimals)
 {
     auto* n = ui.make<NumericTextBox>(NumericTextBox::InitArgs(5.0, 80, 24), Glob::BottomLeft(20, 100));
     n->setValueRange(10, 1);
@@ -340,23 +335,17 @@ TEST_F(TextBoxTest, NumberBoxCorrectsOnCommitAndStepsWithArrows)
     ui.pressKey(Event::KeyReturn);
     EXPECT_EQ(n->getString(), L"10") << "not a number: the last good value comes back";
 
-    ui.pressKey(Event::KeyDown);
-    ui.pressKey(Event::KeyDown);
+    keys({Event::KeyDown, Event::KeyDown});
     EXPECT_EQ(n->getString(), L"8");
     EXPECT_DOUBLE_EQ(server->getValue(), 8.0);
-    ui.pressKey(Event::KeyUp);
-    ui.pressKey(Event::KeyUp);
-    ui.pressKey(Event::KeyUp);
+    keys({Event::KeyUp, Event::KeyUp, Event::KeyUp});
     EXPECT_EQ(n->getString(), L"10") << "stepping stops at the maximum";
 
     ui.pressKey('a', Event::Ctrl);
     ui.typeText(L"2.7");
     EXPECT_EQ(n->getString(), L"27") << "whole-numbered boxes refuse the point";
-}
 
-TEST_F(TextBoxTest, NumberBoxFormatsAndReadsDecimals)
-{
-    auto* n = ui.make<NumericTextBox>(NumericTextBox::InitArgs(0.0, 80, 24), Glob::BottomLeft(20, 100));
+    // Decimals: formatted to the number asked for, and read strictly.
     n->setValueRange(-1.5, 2.25);
     n->setValue(0.1);
     EXPECT_EQ(n->getString(), L"0.1");

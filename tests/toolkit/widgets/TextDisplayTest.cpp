@@ -55,7 +55,7 @@ TEST(HtmlParseTest, StylesColoursAndLinksBecomeRuns)
     EXPECT_TRUE(doc.runs[0].href.empty());
 }
 
-TEST(HtmlParseTest, EntitiesSpacesAndBreaks)
+TEST(HtmlParseTest, EntitiesSpacesBreaksAndAnythingElseShownOrLeftOut)
 {
     EXPECT_EQ(parse(L"&lt;tag&gt; &amp; &quot;q&quot; &#65;&#x42; &nbsp; &bogus; & x").plainText(),
               L"<tag> & \"q\" AB &nbsp; &bogus; & x")
@@ -65,10 +65,8 @@ TEST(HtmlParseTest, EntitiesSpacesAndBreaks)
     EXPECT_EQ(parse(L"<p>first</p><p>second</p>").plainText(), L"first\n\nsecond");
     EXPECT_EQ(parse(L"<p><p>x<br><p>y<br><br>").plainText(), L"x\n\ny")
         << "no blank line at the start, none doubled, and no break left dangling at the end";
-}
 
-TEST(HtmlParseTest, AnythingElseIsShownOrLeftOutNeverRefused)
-{
+    // Anything else is shown or left out, never refused.
     EXPECT_EQ(parse(L"1 < 2 and 3 <4").plainText(), L"1 < 2 and 3 <4") << "a '<' that opens no tag is text";
     EXPECT_EQ(parse(L"x <unclosed tag").plainText(), L"x <unclosed tag");
     EXPECT_EQ(parse(L"<table><tr>cell</tr></table><!-- note -->end").plainText(), L"cellend");
@@ -166,7 +164,7 @@ TEST(HtmlRendererTest, DrawsStyledTextInItsColours)
 // ---------------------------------------------------------------------------------------------------------
 // Labels and text blocks
 
-TEST(TextBlockTest, HeightForLinesGrowsByTheLineHeight)
+TEST(TextBlockTest, HeightForLinesGrowsByTheLineHeightAndShowsTheLastLine)
 {
     const Cv::Ptr<Pictor::Font> f = Pictor::loadFont(Pictor::FontDesc(getDefaultFontName(), 13));
     const int one = MultiLineTextBox::calcHeightForLines(1, 13, 6);
@@ -176,10 +174,8 @@ TEST(TextBlockTest, HeightForLinesGrowsByTheLineHeight)
     EXPECT_EQ(MultiLineTextBox::calcHeightForLines(0, 13, 6), 6);
     EXPECT_EQ(MultiLineTextBox::calcHeightForLines(-4, 13, -1), 0);
     EXPECT_GT(MultiLineTextBox::calcHeightForLines(2, 26, 0), MultiLineTextBox::calcHeightForLines(2, 13, 0));
-}
 
-TEST(TextBlockTest, AWrappedBlockSizedForItsLinesShowsTheLastOne)
-{
+    // A wrapped block sized for its lines shows the last one.
     UiHarness ui(400, 300);
     const std::wstring text = L"one two three four five six seven eight nine ten eleven twelve";
     const int lines = WordWrappingTextRenderer::calcNumDisplayLines(text, UifStd::getDefaultFont(), 120.0);
