@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <vector>
 
 using namespace Pictor;
 
@@ -16,24 +17,26 @@ const Colour blue(0, 0, 1);
 const Colour white(1, 1, 1);
 
 // The pixel at (x, y) counted from the bottom-left corner.
-uint32_t at(const Image& image, int x, int y)
-{
-    return image.pixel(x, image.height() - 1 - y);
-}
+uint32_t at(const Image& image, int x, int y) { return image.pixel(x, image.height() - 1 - y); }
 
-int alphaAt(const Image& image, int x, int y)
+int alphaAt(const Image& image, int x, int y) { return static_cast<int>(at(image, x, y) >> 24); }
+
+EllipseDescription ellipseAt(XY<double> centre, XY<double> radii, const Colour& fill)
 {
-    return static_cast<int>(at(image, x, y) >> 24);
+    EllipseDescription ellipse;
+    ellipse.centre = centre;
+    ellipse.radii = radii;
+    ellipse.fill = fill;
+    return ellipse;
 }
 
 // Number of pixels touched in a region (bottom-up, right and top exclusive).
 int paintedIn(const Image& image, int x0, int y0, int x1, int y1)
 {
     int count = 0;
-    for (int y = y0; y < y1; ++y) {
+    for (int y = y0; y < y1; ++y)
         for (int x = x0; x < x1; ++x)
             count += alphaAt(image, x, y) != 0;
-    }
     return count;
 }
 
@@ -115,18 +118,16 @@ TEST(Painter, OutlinesAndLinesAreCrisp)
     Image image(20, 20);
     Painter painter(image);
     painter.strokeRect(PaintRect(2, 2, 12, 12), red, 1.0);
-    EXPECT_EQ(alphaAt(image, 2, 2), 255);
-    EXPECT_EQ(alphaAt(image, 11, 11), 255);
-    EXPECT_EQ(alphaAt(image, 3, 3), 0);   // inside the outline
-    EXPECT_EQ(alphaAt(image, 12, 12), 0); // the outline stays inside the box
+    // Corners are painted; inside the outline and just outside the box are not.
+    for (const auto& [x, alpha] : {std::pair(2, 255), std::pair(11, 255), std::pair(3, 0), std::pair(12, 0)})
+        EXPECT_EQ(alphaAt(image, x, x), alpha) << x;
     EXPECT_EQ(paintedIn(image, 0, 0, 20, 20), 36); // the ten-pixel square's edge
 
     Image lines(12, 12);
     Painter linePainter(lines);
     linePainter.drawLine(0, 5, 9, 5, blue);
-    for (int x = 0; x <= 9; ++x) {
+    for (int x = 0; x <= 9; ++x)
         EXPECT_EQ(alphaAt(lines, x, 5), 255) << x;
-    }
     EXPECT_EQ(paintedIn(lines, 0, 0, 12, 12), 10);
 }
 
@@ -134,11 +135,7 @@ TEST(Painter, EllipsesGradientsAndBevels)
 {
     Image image(40, 20);
     Painter painter(image);
-    EllipseDescription ellipse;
-    ellipse.centre = {20, 10};
-    ellipse.radii = {15, 6};
-    ellipse.fill = blue;
-    painter.drawEllipse(ellipse);
+    painter.drawEllipse(ellipseAt({20, 10}, {15, 6}, blue));
     EXPECT_EQ(at(image, 20, 10), 0xFF0000FFu);
     EXPECT_EQ(at(image, 33, 10), 0xFF0000FFu); // within the wide radius
     EXPECT_EQ(alphaAt(image, 20, 17), 0);      // beyond the short one
@@ -168,10 +165,9 @@ TEST(Painter, ImagesScaleUprightIntoTheRectangle)
     Image target(8, 8);
     Painter painter(target);
     painter.drawImage(source, PaintRect(0, 0, 4, 4), ImageQuality::Fast);
-    EXPECT_EQ(at(target, 0, 3), 0xFFFF0000u);
-    EXPECT_EQ(at(target, 3, 3), 0xFF00FF00u);
-    EXPECT_EQ(at(target, 0, 0), 0xFF0000FFu);
-    EXPECT_EQ(at(target, 3, 0), 0xFFFFFFFFu);
+    // Each source pixel fills one 2 x 2 quarter, top row on top.
+    EXPECT_EQ((std::vector{at(target, 0, 3), at(target, 3, 3), at(target, 0, 0), at(target, 3, 0)}),
+        (std::vector{0xFFFF0000u, 0xFF00FF00u, 0xFF0000FFu, 0xFFFFFFFFu}));
     EXPECT_EQ(paintedIn(target, 0, 0, 8, 8), 16);
     painter.drawImage(source, 6, 6);
     EXPECT_EQ(at(target, 6, 7), 0xFFFF0000u);
@@ -228,11 +224,7 @@ TEST(Painter, NonsenseNumbersDrawNothingAndDoNotStopLaterDrawing)
     painter.fillRect(PaintRect(nan, 0, 5, 5), red);
     painter.translate(nan, inf);
     painter.drawLine(0, 0, inf, 5, red, nan);
-    EllipseDescription flat;
-    flat.centre = {5, 5};
-    flat.radii = {0, 3};
-    flat.fill = red;
-    painter.drawEllipse(flat);
+    painter.drawEllipse(ellipseAt({5, 5}, {0, 3}, red));
     painter.clipTo(PaintRect(nan, nan, nan, nan));
     painter.restore();
     Image none;
@@ -241,7 +233,6 @@ TEST(Painter, NonsenseNumbersDrawNothingAndDoNotStopLaterDrawing)
     EXPECT_EQ(onNothing.width(), 0);
 
     Image fresh(10, 10);
-    Painter ok(fresh);
-    ok.fillRect(PaintRect(0, 0, 10, 10), blue);
+    Painter(fresh).fillRect(PaintRect(0, 0, 10, 10), blue);
     EXPECT_EQ(paintedIn(fresh, 0, 0, 10, 10), 100);
 }

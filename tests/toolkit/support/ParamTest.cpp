@@ -92,8 +92,7 @@ TEST(ParamConstraint, ConstraintsChainInOrderAndUnreadableAnswersVeto)
 TEST(ParamHandlers, RunAfterStoringAndOnlyOnChange)
 {
     auto p = makeInt(1);
-    Recorder a;
-    Recorder b;
+    Recorder a, b;
     a.attachTo(p);
     b.attachTo(p);
 
@@ -163,15 +162,12 @@ TEST(ParamHandlers, HandlersMayRemoveThemselvesOrReleaseTheParameter)
 TEST(NumericParams, RangeClampsOnlyWhenItApplies)
 {
     auto free = makeInt(50, 0, 10, false);
-    EXPECT_EQ(free->getValue(), 50);
-    free->setValue(-7);
+    free->setValue(-7); // the range is not applied
     EXPECT_EQ(free->getValue(), -7);
 
     auto bounded = makeInt(50, 10, 0, true); // given upside down
-    EXPECT_EQ(bounded->getMinValue(), 0);
-    EXPECT_EQ(bounded->getMaxValue(), 10);
-    EXPECT_EQ(bounded->getValue(), 10);
-    EXPECT_EQ(bounded->getDefaultValue(), 10);
+    EXPECT_EQ((std::vector{bounded->getMinValue(), bounded->getMaxValue(), bounded->getValue(),
+                  bounded->getDefaultValue()}), (std::vector{0, 10, 10, 10}));
     bounded->setValue(-3);
     EXPECT_EQ(bounded->getValue(), 0);
     EXPECT_TRUE(bounded->setValueFromString(L"1e9"));
@@ -263,8 +259,7 @@ TEST(ChoiceParam, ValueNotPositionIsTheTextForm)
     EXPECT_FALSE(c->setValueFromString(L"Small"));
     EXPECT_EQ(c->getValue(), 2u);
 
-    auto none = Cv::make<ChoiceParam>(L"Empty", "empty", ResId(), ChoiceParam::noChoice,
-                                      std::vector<ChoiceParam::Choice>{});
+    auto none = Cv::make<ChoiceParam>(L"Empty", "empty", ResId(), ChoiceParam::noChoice, decltype(sizes){});
     EXPECT_EQ(none->getValueAsString(), L"4294967295");
     EXPECT_EQ(none->getSelectedLabel(), L"");
     EXPECT_FALSE(none->setValue(0));

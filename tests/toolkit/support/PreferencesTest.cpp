@@ -66,8 +66,8 @@ TEST(Preferences, TypedValuesReadBackAndForeignTextGivesTheDefault)
     // Text that is not of the asked type answers the default.
     EXPECT_EQ(back.getPreference("file type", 7), 7);
     EXPECT_EQ(back.getPreference("file type", 2.5), 2.5);
-    EXPECT_TRUE(back.getPreference("file type", true));
-    EXPECT_FALSE(back.getPreference("file type", false));
+    EXPECT_EQ(std::pair(back.getPreference("file type", true), back.getPreference("file type", false)),
+        std::pair(true, false));
     EXPECT_EQ(back.getPreference("double", 3), 3); // "0.1" is not an integer
 
     Preferences words(folder.file("words"));
@@ -77,20 +77,13 @@ TEST(Preferences, TypedValuesReadBackAndForeignTextGivesTheDefault)
     EXPECT_TRUE(words.getPreference("yes", false));
     EXPECT_FALSE(words.getPreference("off", true));
     EXPECT_EQ(words.getPreference("huge", -1), -1);
-}
 
-TEST(Preferences, RemoveIsWrittenAndAnswersWhetherTheKeyWasThere)
-{
-    ScratchFolder folder;
-    Preferences preferences(folder.file("preferences"));
-    preferences.setPreference("UI : Hinted 7", true);
-    preferences.setPreference("UI : Hinted 8", true);
-    EXPECT_TRUE(preferences.removePreference("UI : Hinted 7"));
-    EXPECT_FALSE(preferences.removePreference("UI : Hinted 7"));
-
-    const Preferences back(folder.file("preferences"));
-    EXPECT_FALSE(back.hasPreference("UI : Hinted 7"));
-    EXPECT_TRUE(back.hasPreference("UI : Hinted 8"));
+    // Removal is written too, and answers whether the key was there.
+    EXPECT_TRUE(words.removePreference("off"));
+    EXPECT_FALSE(words.removePreference("off"));
+    const Preferences wordsBack(folder.file("words"));
+    EXPECT_FALSE(wordsBack.hasPreference("off"));
+    EXPECT_TRUE(wordsBack.hasPreference("yes"));
 }
 
 TEST(Preferences, CorruptOrTruncatedFileKeepsEveryWellFormedLine)
