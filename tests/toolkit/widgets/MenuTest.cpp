@@ -57,8 +57,18 @@ struct OpenMenu : testing::Test {
 
 } // namespace
 
-TEST_F(OpenMenu, FoldedGroupsStartHiddenAndAHeadingClickTogglesThem)
+TEST_F(OpenMenu, TypingALetterJumpsToAMatchAndFoldedGroupsToggleByAHeadingClick)
 {
+    // A letter jumps to the next match, in either case, and wraps. Hidden (Hammer) and disabled (Zebra) items
+    // are not matched; a letter matching nothing leaves the highlight.
+    const std::pair<const wchar_t*, int> typed[] = {{L"a", 0}, {L"A", 2}, {L"a", 3}, {L"a", 0},
+                                                    {L"h", 0}, {L"z", 8}, {L"t", 4}};
+    int step = 0;
+    for (const auto& [letter, highlighted] : typed) {
+        ui.typeText(letter);
+        EXPECT_EQ(menu->getHighlighted(), highlighted) << "step " << step++ << ": " << letter;
+    }
+
     EXPECT_TRUE(menu->isItemShown(2));
     EXPECT_FALSE(menu->isItemShown(5));
     EXPECT_FALSE(menu->isItemShown(6));
@@ -116,19 +126,6 @@ TEST_F(OpenMenu, KeyboardStopsOnFoldedHeadingsOnlyAndOpensAndFoldsGroups)
     ui.step();
     EXPECT_FALSE(watch.alive());
     EXPECT_EQ(chosen, std::vector<std::string>{"Hammer"});
-}
-
-TEST_F(OpenMenu, TypingALetterJumpsToTheNextMatchAndWraps)
-{
-    // Either case matches. Hidden (Hammer) and disabled (Zebra) items are not matched; a letter matching
-    // nothing leaves the highlight.
-    const std::pair<const wchar_t*, int> typed[] = {{L"a", 0}, {L"A", 2}, {L"a", 3}, {L"a", 0},
-                                                    {L"h", 0}, {L"z", 8}, {L"t", 4}};
-    int step = 0;
-    for (const auto& [letter, highlighted] : typed) {
-        ui.typeText(letter);
-        EXPECT_EQ(menu->getHighlighted(), highlighted) << "step " << step++ << ": " << letter;
-    }
 }
 
 TEST_F(OpenMenu, TooltipOfTheItemUnderThePointerShowsAfterARest)

@@ -219,6 +219,9 @@ TEST_F(TableWidgetTest, KeysMoveTheCurrentRowWithinBothEndsAndKeepItInView)
         if (first >= 0) {
             EXPECT_EQ(t->getFirstVisibleRow(), first);
         }
+        if (key == Event::KeyEnd) {
+            EXPECT_EQ(t->getScrollOffset(), t->getMaxScroll());
+        }
     }
     EXPECT_EQ(t->getScrollOffset(), 0);
 }
