@@ -26,7 +26,7 @@ protected:
     }
 };
 
-TEST_F(ButtonsTest, AClickTellsTheOwnerOnceAndAChangeOfMindTellsNobody)
+TEST_F(ButtonsTest, AClickTellsTheOwnerOnceAChangeOfMindTellsNobodyAndLatchingButtonsFlip)
 {
     Button* b = button();
     ui.click(b);
@@ -46,6 +46,23 @@ TEST_F(ButtonsTest, AClickTellsTheOwnerOnceAndAChangeOfMindTellsNobody)
     EXPECT_TRUE(b->isPressedNow());
     ui.release(b, XY<int>(10, 11));
     EXPECT_EQ(ui.owner().count(Button::clickMsg), 1u);
+
+    // Latching buttons flip their down state; code switches it silently.
+    ui.owner().clear();
+    b->setLatching(true);
+    ui.click(b);
+    EXPECT_TRUE(b->isDown());
+    ui.click(b);
+    EXPECT_FALSE(b->isDown());
+    EXPECT_EQ(ui.owner().count(Button::clickMsg), 2u);
+
+    b->setDown(true);
+    EXPECT_EQ(ui.owner().count(), 2u) << "set from code: silent";
+    // An ordinary button pressed by its owner stays down through clicks: only latching buttons flip.
+    Button* tool = button(L"Tool", 150);
+    tool->setDown(true);
+    ui.click(tool);
+    EXPECT_TRUE(tool->isDown());
 }
 
 TEST_F(ButtonsTest, SpaceAndReturnActivateTheFocusedButtonAndDisabledOrClickThroughButtonsDoNothing)
@@ -109,25 +126,6 @@ TEST_F(ButtonsTest, ACallbackReplacesTheMessageAndMayDestroyTheButton)
     ui.click(latching);
     EXPECT_FALSE(is_good_glob_ptr(latching));
     ui.step();
-}
-
-TEST_F(ButtonsTest, LatchingButtonsFlipTheirDownStateAndCodeSwitchesItSilently)
-{
-    Button* b = button();
-    b->setLatching(true);
-    ui.click(b);
-    EXPECT_TRUE(b->isDown());
-    ui.click(b);
-    EXPECT_FALSE(b->isDown());
-    EXPECT_EQ(ui.owner().count(Button::clickMsg), 2u);
-
-    b->setDown(true);
-    EXPECT_EQ(ui.owner().count(), 2u) << "set from code: silent";
-    // An ordinary button pressed by its owner stays down through clicks: only latching buttons flip.
-    Button* tool = button(L"Tool", 150);
-    tool->setDown(true);
-    ui.click(tool);
-    EXPECT_TRUE(tool->isDown());
 }
 
 TEST_F(ButtonsTest, OwnMessagesDownColoursAndAutoFittedLabels)
