@@ -80,7 +80,7 @@ TEST(GlobTree, ChildrenRemovedDuringADispatchStillDieLastFirst)
     EXPECT_EQ(log, (std::vector<std::string> { "third saw second dying", "second saw first dying", "first" }));
 }
 
-TEST(GlobTree, StoredPointersAndStampsTellADeadWidget)
+TEST(GlobTree, StoredPointersAndStampsTellADeadWidgetThroughManyBirthsAndDeaths)
 {
     auto* a = new ProbeGlob(10, 10);
     const IdStamp stamp = a->getIdStamp();
@@ -99,11 +99,9 @@ TEST(GlobTree, StoredPointersAndStampsTellADeadWidget)
 
     EXPECT_FALSE(is_good_glob_ptr(nullptr));
     EXPECT_FALSE(is_good_glob_ptr(reinterpret_cast<Glob*>(0x1230)));
-}
 
-TEST(GlobTree, LivenessRegistryStaysExactThroughManyBirthsAndDeaths)
-{
-    // Interleaved creation and destruction exercises the registry's probing and hole filling.
+    // The registry stays exact through many births and deaths; interleaving them exercises its probing and
+    // hole filling.
     std::vector<std::unique_ptr<ProbeGlob>> alive;
     std::vector<const Glob*> dead;
     for (int round = 0; round < 5000; ++round) {
@@ -118,8 +116,8 @@ TEST(GlobTree, LivenessRegistryStaysExactThroughManyBirthsAndDeaths)
         ASSERT_TRUE(is_good_glob_ptr(g.get()));
     // A dead widget's address reads as alive only if a living widget has taken it over.
     for (const Glob* g : dead)
-        ASSERT_TRUE(!is_good_glob_ptr(g) || std::any_of(alive.begin(), alive.end(), [g](const auto& a) {
-            return a.get() == g;
+        ASSERT_TRUE(!is_good_glob_ptr(g) || std::any_of(alive.begin(), alive.end(), [g](const auto& live) {
+            return live.get() == g;
         }));
 }
 
@@ -214,9 +212,9 @@ TEST(GlobMessages, WidgetDestroyedInsideItsOwnOrItsParentsHandlerLivesUntilTheDi
 // ---------------------------------------------------------------------------------------------------------
 // GlobManager
 
-TEST(GlobManagerTest, MakesRegisteredTypesByNameAndFindsNamedWidgets)
+TEST(GlobManagerTest, MakesRegisteredTypesByNameFindsNamedWidgetsAndKeepsPanelsOnTheScreen)
 {
-    UiHarness ui;
+    UiHarness ui(800, 600);
     ASSERT_TRUE(GlobManager::registerType("probe",
         [](const GlobCreationInfo& info) { return new ProbeGlob(ProbeGlob::InitArgs(info.width, info.height)); }));
     EXPECT_FALSE(GlobManager::registerType("", [](const GlobCreationInfo&) { return nullptr; }));
@@ -237,11 +235,8 @@ TEST(GlobManagerTest, MakesRegisteredTypesByNameAndFindsNamedWidgets)
     Glob::destroy(made);
     EXPECT_EQ(GlobManager::find("trash"), nullptr);
     GlobManager::unregisterType("probe");
-}
 
-TEST(GlobManagerTest, SafePositionsKeepPanelsOnTheScreen)
-{
-    UiHarness ui(800, 600);
+    // Safe positions keep panels on the screen.
     const int margin = UifStd::getWindowArrangement().screenMargin;
     EXPECT_EQ(
         GlobManager::getSafePosForGlob({ 790, 590 }, { 100, 50 }), XY<int>(800 - margin - 100, 600 - margin - 50));

@@ -269,7 +269,7 @@ TEST_F(TextBoxTest, CaretBlinksOnTheToolkitClockAndGhostShowsOnlyWhenEmptyAndUnf
 // ---------------------------------------------------------------------------------------------------------
 // Title text box
 
-TEST_F(TextBoxTest, TitleTextBoxPutsTheEntryRightOfItsLegend)
+TEST_F(TextBoxTest, TitleTextBoxPutsTheEntryRightOfItsLegendAndItsAdvancingRowPerformsThePanelsAction)
 {
     auto* t = ui.make<TitleTextBox>(TitleTextBox::InitArgs(UIString(L"Name"), L"abc", 120, 200, 24),
                                     Glob::BottomLeft(10, 100));
@@ -285,10 +285,8 @@ TEST_F(TextBoxTest, TitleTextBoxPutsTheEntryRightOfItsLegend)
     auto* wide = ui.make<TitleTextBox>(TitleTextBox::InitArgs(UIString(L"X"), L"", 500, 100, 24),
                                        Glob::BottomLeft(10, 150));
     EXPECT_EQ(wide->entryArea().width(), 100) << "an entry wider than the box is clamped to it";
-}
 
-TEST_F(TextBoxTest, CommittingAnAdvancingRowPerformsThePanelsMainActionAndTabCommitsToo)
-{
+    // Committing an advancing row performs the panel's main action, and Tab commits too.
     StandardPanel::InitArgs args(L"Find", 320, 140, StandardPanel::NoWidgets, UifStd::getColourScheme());
     auto* panel = ui.make<StandardPanel>(args, Glob::BottomLeft(10, 10));
     auto* query = panel->addWidget<TitleTextBox>(TitleTextBox::InitArgs(UIString(L"Find"), L"", 200, 280, 24),
