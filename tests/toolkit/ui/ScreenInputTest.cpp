@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 class ScreenInput : public ::testing::Test {
 protected:
     UiHarness ui { 400, 300 };
@@ -25,9 +27,8 @@ TEST_F(ScreenInput, ClickArrivesInTheWidgetsOwnBottomUpCoordinatesAndBubblesUpIf
     ui.clickAt({ 100 + 10 + 5, 50 + 20 + 3 });
     const Event* down = inner->lastOf(Event::MouseDown);
     ASSERT_NE(down, nullptr);
-    EXPECT_EQ(down->pos, XY<int>(5, 3));
-    EXPECT_EQ(down->screenPos, XY<int>(115, 73));
-    EXPECT_EQ(down->button, Event::LeftButton);
+    EXPECT_EQ(std::tuple(down->pos, down->screenPos, down->button),
+        std::tuple(XY<int>(5, 3), XY<int>(115, 73), Event::LeftButton));
     EXPECT_EQ(outer->countOf(Event::MouseDown), 0u) << "handled by the inner widget";
 
     // Unhandled, the press bubbles to the parent, in the parent's coordinates.
