@@ -159,7 +159,7 @@ TEST_F(ScrollBarTest, TheThumbIsTheVisibleFractionAndItsPositionIsClampedAtBothE
     EXPECT_FALSE(b->isScrollable());
 }
 
-TEST_F(ScrollBarTest, ArrowsAndTheWheelAskTheOwnerToScrollAndTrackClicksPage)
+TEST_F(ScrollBarTest, ArrowsAndTheWheelAskTheOwnerToScrollTrackClicksPageAndTheThumbDrags)
 {
     ScrollBar* b = bar(0.25);
     ui.click(b, b->upButtonBox().centre());
@@ -186,11 +186,9 @@ TEST_F(ScrollBarTest, ArrowsAndTheWheelAskTheOwnerToScrollAndTrackClicksPage)
     const XY<int> nearTop(b->getWidth() / 2, b->trackBox().top() - 2);
     ui.click(b, nearTop);
     EXPECT_DOUBLE_EQ(b->getThumbPos(), 0.5);
-}
 
-TEST_F(ScrollBarTest, DraggingTheThumbFollowsThePointerAndClamps)
-{
-    ScrollBar* b = bar(0.25);
+    // Dragging the thumb follows the pointer and clamps.
+    ui.owner().clear();
     const XY<int> grip = b->thumbBox().centre();
     ui.drag(b, grip, {grip.x, -500});
     EXPECT_DOUBLE_EQ(b->getThumbPos(), 0.75);
@@ -207,7 +205,7 @@ TEST_F(ScrollBarTest, DraggingTheThumbFollowsThePointerAndClamps)
     EXPECT_EQ(ui.owner().count(), 0u) << "nothing to scroll";
 }
 
-TEST_F(ScrollBarTest, HoldingAnArrowOrTheTrackRepeatsOnTheToolkitClock)
+TEST_F(ScrollBarTest, HoldingAnArrowOrTheTrackRepeatsOnTheToolkitClockUntilTheOwnerDestroysIt)
 {
     ScrollBar* b = bar(0.1);
     ui.press(b, b->downButtonBox().centre());
@@ -236,11 +234,8 @@ TEST_F(ScrollBarTest, HoldingAnArrowOrTheTrackRepeatsOnTheToolkitClock)
     EXPECT_TRUE(thumb.bottom() <= halfway.y && halfway.y < thumb.top() + 1) << "the thumb stopped under the pointer";
     EXPECT_GT(b->getThumbPos(), 0.3);
     EXPECT_LT(b->getThumbPos(), 0.6);
-}
 
-TEST_F(ScrollBarTest, AnOwnerMayDestroyTheBarWhileItRepeats)
-{
-    ScrollBar* b = bar(0.1);
+    // An owner may destroy the bar while it repeats.
     int heard = 0;
     ui.owner().onMessage = [&](const RecordingOwner::Received& r) {
         if (++heard == 2)

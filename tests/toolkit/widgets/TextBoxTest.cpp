@@ -96,7 +96,7 @@ TEST_F(TextBoxTest, TypingEditingCaretKeysAndScrollingToTheCaret)
     EXPECT_DOUBLE_EQ(narrow->getScrollOffset(), 0.0);
 }
 
-TEST_F(TextBoxTest, ShiftArrowsShiftClickDragAndDoubleClickSelect)
+TEST_F(TextBoxTest, ShiftArrowsShiftClickDragAndDoubleClickSelectAndTheClipboardTakesTheSelection)
 {
     TextBoxBase* b = box(L"alpha beta gamma");
     ui.pressKey(Event::KeyHome);
@@ -120,11 +120,9 @@ TEST_F(TextBoxTest, ShiftArrowsShiftClickDragAndDoubleClickSelect)
     EXPECT_EQ(b->getSelectedText(), L"alpha beta gamma");
     ui.typeText(L"x");
     EXPECT_EQ(b->getString(), L"x") << "typing replaces the selection";
-}
 
-TEST_F(TextBoxTest, ClipboardCopyCutAndFilteredPaste)
-{
-    TextBoxBase* b = box(L"one two");
+    // The clipboard: copy, cut, and a paste filtered to what the box accepts.
+    TextBoxBase* c = box(L"one two");
     keys({'a', 'c'}, Event::Ctrl);
     EXPECT_EQ(ui.screen().getClipboardText(), L"one two");
 
@@ -132,20 +130,20 @@ TEST_F(TextBoxTest, ClipboardCopyCutAndFilteredPaste)
     ui.pressKey(Event::KeyRight, Event::Shift | Event::Ctrl);
     ui.pressKey('x', Event::Ctrl);
     EXPECT_EQ(ui.screen().getClipboardText(), L"one");
-    EXPECT_EQ(b->getString(), L" two");
+    EXPECT_EQ(c->getString(), L" two");
 
     // Newlines and tabs cannot live in one line; disallowed characters and the overflow are dropped too.
-    b->setMaxLength(8);
-    b->setAllowedChars(L" abcdefghijklmnopqrstuvwxyz");
+    c->setMaxLength(8);
+    c->setAllowedChars(L" abcdefghijklmnopqrstuvwxyz");
     ui.screen().setClipboardText(L"a1\nb\tc2defgh");
     ui.pressKey(Event::KeyEnd);
     ui.pressKey('v', Event::Ctrl);
-    EXPECT_EQ(b->getString(), L" twoabcd");
+    EXPECT_EQ(c->getString(), L" twoabcd");
     ui.typeText(L"z");
-    EXPECT_EQ(b->getString(), L" twoabcd") << "a full box refuses more";
+    EXPECT_EQ(c->getString(), L" twoabcd") << "a full box refuses more";
     ui.pressKey(Event::KeyBackspace);
     ui.typeText(L"9Z");
-    EXPECT_EQ(b->getString(), L" twoabc") << "digits and capitals are not allowed here";
+    EXPECT_EQ(c->getString(), L" twoabc") << "digits and capitals are not allowed here";
 }
 
 TEST_F(TextBoxTest, ObfuscatedBoxesRefuseCopyReadOnlyOnesRefuseEditsAndDisabledOnesIgnoreInput)

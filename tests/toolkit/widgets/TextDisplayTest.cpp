@@ -110,7 +110,7 @@ TEST(HtmlLayoutTest, WrapsAtSpacesAndKeepsStyledWordsWhole)
     EXPECT_EQ(HTMLRenderer::calcNumDisplayLines(parse(L"a<p>b<br>c"), 100, font), 4);
 }
 
-TEST(HtmlRendererTest, ClickingALinkTellsTheOwnerItsAddress)
+TEST(HtmlRendererTest, ClickingALinkTellsTheOwnerItsAddressAndStyledTextIsDrawnInItsColours)
 {
     UiHarness ui(400, 200);
     auto* r = ui.make<HTMLRenderer>(
@@ -141,23 +141,20 @@ TEST(HtmlRendererTest, ClickingALinkTellsTheOwnerItsAddress)
     EXPECT_EQ(ui.owner().count(), 1u);
     EXPECT_FALSE(HTMLRenderer::isLinkMsg("html_link"));
     EXPECT_FALSE(HTMLRenderer::isLinkMsg("html_linker x"));
-}
 
-TEST(HtmlRendererTest, DrawsStyledTextInItsColours)
-{
-    UiHarness ui(400, 200);
-    auto* r = ui.make<HTMLRenderer>(
-        HTMLRenderer::InitArgs(L"<font color=\"#ff0000\">██████</font>", 200, 30, scheme()), Glob::BottomLeft(10, 10));
+    // Styled text is drawn in its colours.
+    auto* red = ui.make<HTMLRenderer>(
+        HTMLRenderer::InitArgs(L"<font color=\"#ff0000\">██████</font>", 200, 30, scheme()), Glob::BottomLeft(10, 100));
     // Somewhere in the block of full blocks the pixels are the colour asked for.
     auto anyRed = [&] {
         for (int x = 1; x < 40; ++x)
             for (int y = 2; y < 28; ++y)
-                if (ui.pixelAt(r, {x, y}).isCloseTo(Colour::fromBytes(255, 0, 0), 0.05))
+                if (ui.pixelAt(red, {x, y}).isCloseTo(Colour::fromBytes(255, 0, 0), 0.05))
                     return true;
         return false;
     };
     EXPECT_TRUE(anyRed());
-    r->setEnabled(false);
+    red->setEnabled(false);
     EXPECT_FALSE(anyRed()) << "a disabled text is dimmed whatever its colour";
 }
 
