@@ -171,7 +171,7 @@ TEST(DropDownWidth, CalcWidthFitsTheWidestMainColumnAndTheArrow)
     EXPECT_GT(DropDownMenuButton::calcWidth(std::vector<UIString>{L"abc"}, font.withSize(font.size * 2)), narrow);
 }
 
-TEST(TitleMenu, TitleBesideTheButtonAndChoicesForwardedAndPublished)
+TEST(TitleMenu, TitleBesideTheButtonChoicesPublishedSizesKeptAndCopiesIndependent)
 {
     UiHarness ui;
     auto* titled = ui.make<TitleMenuButton>(
@@ -197,34 +197,31 @@ TEST(TitleMenu, TitleBesideTheButtonAndChoicesForwardedAndPublished)
 
     value->setValue(0);
     EXPECT_EQ(titled->getSelectedItemNameW(), L"24");
-}
 
-TEST(TitleMenu, FixedSizesAreKeptACopyHasItsOwnButtonAndATallRowCentresTheButton)
-{
-    UiHarness ui;
-    auto* titled = ui.make<TitleMenuButton>(
+    // Fixed sizes are kept and a copy has its own button.
+    auto* fixed = ui.make<TitleMenuButton>(
         TitleMenuButton::InitArgs(UIString(L"Format"), {L"A", L"B"}, 80, 240, 30), Glob::BottomLeft(20, 300));
-    EXPECT_EQ(titled->getWidth(), 240);
-    EXPECT_EQ(titled->getHeight(), 30);
-    EXPECT_EQ(titled->getBtn()->getX(), 80);
-    EXPECT_EQ(titled->getBtn()->getWidth(), 160);
+    EXPECT_EQ(fixed->getWidth(), 240);
+    EXPECT_EQ(fixed->getHeight(), 30);
+    EXPECT_EQ(fixed->getBtn()->getX(), 80);
+    EXPECT_EQ(fixed->getBtn()->getWidth(), 160);
 
-    titled->setSelectedItem(MenuItemIndex(1));
-    TitleMenuButton copy(*titled);
+    fixed->setSelectedItem(MenuItemIndex(1));
+    TitleMenuButton copy(*fixed);
     ASSERT_NE(copy.getBtn(), nullptr);
-    EXPECT_NE(copy.getBtn(), titled->getBtn());
+    EXPECT_NE(copy.getBtn(), fixed->getBtn());
     EXPECT_EQ(copy.getSelectedItemNameW(), L"B");
     copy.setSelectedItem(MenuItemIndex(0));
-    EXPECT_EQ(titled->getSelectedItem(), 1);
+    EXPECT_EQ(fixed->getSelectedItem(), 1);
 
     // A tall row centres a button of its own height.
     TitleMenuButton tall(UIString(L"Rate"), {L"24", L"25"}, Palette(), 200, 40, 20, nullptr, false);
-    DropDownMenuButton* btn = tall.getBtn();
+    DropDownMenuButton* tallBtn = tall.getBtn();
     EXPECT_EQ(tall.getHeight(), 40);
-    EXPECT_EQ(btn->getHeight(), 20);
-    EXPECT_EQ(btn->getY(), 10);
-    EXPECT_EQ(btn->getX() + btn->getWidth(), 200);
-    EXPECT_FALSE(btn->usesSelectedForButtonDisplay());
+    EXPECT_EQ(tallBtn->getHeight(), 20);
+    EXPECT_EQ(tallBtn->getY(), 10);
+    EXPECT_EQ(tallBtn->getX() + tallBtn->getWidth(), 200);
+    EXPECT_FALSE(tallBtn->usesSelectedForButtonDisplay());
     tall.resize(260, 40);
-    EXPECT_EQ(btn->getX() + btn->getWidth(), 260);
+    EXPECT_EQ(tallBtn->getX() + tallBtn->getWidth(), 260);
 }

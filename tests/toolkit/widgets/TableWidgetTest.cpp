@@ -272,9 +272,33 @@ TEST_F(TableWidgetTest, DraggingAResizeableColumnEdgeResizesIt)
     EXPECT_EQ(ui.owner().count(TableWidget::columnResizedMsg), 0u);
 }
 
-TEST_F(TableWidgetTest, TextCellsAreEditedInAnEntryThatCommitsOrCancels)
+TEST_F(TableWidgetTest, BoolCellsToggleChoiceCellsOfferTheirChoicesAndTextCellsCommitOrCancel)
 {
     TableWidget* t = table(10);
+    ui.click(t, cellCentre(t, 4, 1));
+    EXPECT_EQ(data.rows[4].flag, L"1");
+    ASSERT_NE(dynamic_cast<Checkbox*>(t->getEditor()), nullptr);
+    ui.click(t->getEditor());
+    EXPECT_EQ(data.rows[4].flag, L"0");
+    ASSERT_TRUE(ui.focus(t));
+    ui.pressKey(' ');
+    EXPECT_EQ(data.rows[4].flag, L"1");
+    EXPECT_EQ(ui.owner().count(TableWidget::fieldEditedMsg), 3u);
+
+    // Choice: the first click selects, the second opens the menu; choosing commits.
+    ui.click(t, cellCentre(t, 6, 2));
+    ui.click(t, cellCentre(t, 6, 2));
+    const auto& tops = ui.screen().getTopLevels();
+    auto* menu = dynamic_cast<MenuGlob*>(tops.back());
+    ASSERT_NE(menu, nullptr);
+    ASSERT_EQ(menu->numItems(), 3u);
+    menu->chooseItem(2);
+    EXPECT_EQ(data.rows[6].kind, L"Still");
+    EXPECT_FALSE(t->isEditing());
+
+    // Text cells are edited in an entry that commits or cancels.
+    ui.owner().clear();
+    data.edits.clear();
     ui.click(t, cellCentre(t, 2, 0));
     EXPECT_FALSE(t->isEditing()) << "the first click only makes the row current";
     ui.click(t, cellCentre(t, 2, 0));
@@ -306,31 +330,6 @@ TEST_F(TableWidgetTest, TextCellsAreEditedInAnEntryThatCommitsOrCancels)
     ui.pressKey(Event::KeyReturn);
     EXPECT_EQ(ui.owner().count(TableWidget::fieldEditedMsg), 0u);
     EXPECT_EQ(data.rows[2].name, L"new");
-}
-
-TEST_F(TableWidgetTest, BoolCellsToggleAtOneClickAndChoiceCellsOfferTheirChoices)
-{
-    TableWidget* t = table(10);
-    ui.click(t, cellCentre(t, 4, 1));
-    EXPECT_EQ(data.rows[4].flag, L"1");
-    ASSERT_NE(dynamic_cast<Checkbox*>(t->getEditor()), nullptr);
-    ui.click(t->getEditor());
-    EXPECT_EQ(data.rows[4].flag, L"0");
-    ASSERT_TRUE(ui.focus(t));
-    ui.pressKey(' ');
-    EXPECT_EQ(data.rows[4].flag, L"1");
-    EXPECT_EQ(ui.owner().count(TableWidget::fieldEditedMsg), 3u);
-
-    // Choice: the first click selects, the second opens the menu; choosing commits.
-    ui.click(t, cellCentre(t, 6, 2));
-    ui.click(t, cellCentre(t, 6, 2));
-    const auto& tops = ui.screen().getTopLevels();
-    auto* menu = dynamic_cast<MenuGlob*>(tops.back());
-    ASSERT_NE(menu, nullptr);
-    ASSERT_EQ(menu->numItems(), 3u);
-    menu->chooseItem(2);
-    EXPECT_EQ(data.rows[6].kind, L"Still");
-    EXPECT_FALSE(t->isEditing());
 }
 
 TEST_F(TableWidgetTest, ColouredCellsTheCurrentRowAndTheRowUnderThePointerShowOnScreen)
