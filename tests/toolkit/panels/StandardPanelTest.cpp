@@ -130,7 +130,7 @@ TEST_F(StandardPanelTest, CloseButtonDestroysThePanelUnlessReleasedAwayFromIt)
         EXPECT_NE(top, watch.get());
 }
 
-TEST_F(StandardPanelTest, DoItReachesTheOwnerUnlessThePanelHandlesIt)
+TEST_F(StandardPanelTest, DoItReachesTheOwnerUnlessThePanelHandlesItAndKeysWorkOnlyWithTheirButtons)
 {
     auto* panel = ui.make<StandardPanel>(panelArgs(StandardPanel::CloseButton | StandardPanel::DoItButton),
                                          Glob::BottomLeft(50, 50));
@@ -153,10 +153,10 @@ TEST_F(StandardPanelTest, DoItReachesTheOwnerUnlessThePanelHandlesIt)
     ui.click(panel, doIt.centre());
     ui.step();
     EXPECT_FALSE(watch.alive());
-}
 
-TEST_F(StandardPanelTest, EscapeClosesAndReturnCommitsOnlyWithTheirButtons)
-{
+    // Escape closes and Return commits, each only on a panel with its button.
+    ui.owner().onMessage = nullptr;
+    ui.owner().clear();
     auto* plain = ui.make<StandardPanel>(panelArgs(StandardPanel::NoWidgets), Glob::BottomLeft(20, 20));
     GlobWatch plainWatch(plain);
     ASSERT_TRUE(ui.focus(plain));
@@ -166,17 +166,17 @@ TEST_F(StandardPanelTest, EscapeClosesAndReturnCommitsOnlyWithTheirButtons)
     EXPECT_TRUE(plainWatch.alive());
     EXPECT_EQ(ui.owner().count(StandardPanel::doItMsg), 0u);
 
-    auto* panel = ui.make<StandardPanel>(panelArgs(StandardPanel::CloseButton | StandardPanel::DoItButton),
+    auto* keyed = ui.make<StandardPanel>(panelArgs(StandardPanel::CloseButton | StandardPanel::DoItButton),
                                          Glob::BottomLeft(400, 20));
-    auto* row = panel->addWidget<FocusRow>(FocusRow::InitArgs(100, 22), Glob::UserTopLeft(0, 0));
-    GlobWatch watch(panel);
+    auto* row = keyed->addWidget<FocusRow>(FocusRow::InitArgs(100, 22), Glob::UserTopLeft(0, 0));
+    GlobWatch keyedWatch(keyed);
     // Keys the focused row does not use travel up to its panel.
     ASSERT_TRUE(ui.focus(row));
     ui.pressKey(Event::KeyReturn);
     EXPECT_EQ(ui.owner().count(StandardPanel::doItMsg), 1u);
     ui.pressKey(Event::KeyEscape);
     ui.step();
-    EXPECT_FALSE(watch.alive());
+    EXPECT_FALSE(keyedWatch.alive());
 }
 
 TEST_F(StandardPanelTest, CalcPanelSizeGivesExactlyTheWantedUserAreaAndAButtonMakesRoomForATitleBar)

@@ -180,7 +180,7 @@ TEST_F(TextBoxTest, ObfuscatedBoxesRefuseCopyReadOnlyOnesRefuseEditsAndDisabledO
     EXPECT_FALSE(disabled->hasFocus());
 }
 
-TEST_F(TextBoxTest, CommitOnReturnAndOnFocusLossAfterAChangeOnly)
+TEST_F(TextBoxTest, CommitOnReturnAndOnFocusLossAfterAChangeOnlyAndRequestedCallbacksReplaceTheMessage)
 {
     auto server = Cv::make<ValServer<WString>>(WString(L"start"));
     TextBoxBase* b = box();
@@ -207,14 +207,13 @@ TEST_F(TextBoxTest, CommitOnReturnAndOnFocusLossAfterAChangeOnly)
 
     server->setValue(WString(L"from code"));
     EXPECT_EQ(b->getString(), L"from code");
-}
 
-TEST_F(TextBoxTest, RequestedCallbacksReplaceTheOwnersMessageAndSurviveTheTargetsDeath)
-{
+    // Requested callbacks replace the owner's message and survive the target's death.
     auto* listener = new RecordingOwner(10, 10);
     ui.owner().addChild(listener, Glob::BottomLeft(400, 100));
-    TextBoxBase* b = box();
-    b->requestCallback("advance", listener, TextBoxBase::eCommit);
+    TextBoxBase* cb = box();
+    ui.owner().clear();
+    cb->requestCallback("advance", listener, TextBoxBase::eCommit);
     ui.typeText(L"a");
     ui.pressKey(Event::KeyReturn);
     EXPECT_EQ(listener->count("advance"), 1u);
@@ -230,7 +229,7 @@ TEST_F(TextBoxTest, RequestedCallbacksReplaceTheOwnersMessageAndSurviveTheTarget
         if (r.name == TextBoxBase::changedMsg)
             Glob::destroy(r.sender);
     };
-    GlobWatch watch(b);
+    GlobWatch watch(cb);
     ui.typeText(L"xyz");
     EXPECT_FALSE(watch.alive());
 }
