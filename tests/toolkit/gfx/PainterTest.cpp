@@ -173,7 +173,7 @@ TEST(Painter, ImagesScaleUprightIntoTheRectangle)
     EXPECT_EQ(at(target, 6, 7), 0xFFFF0000u);
 }
 
-TEST(Painter, TextStaysInItsBoxAndLongTextEndsInAnEllipsis)
+TEST(Painter, TextStaysInItsBoxLongTextEndsInAnEllipsisAndWrappedTextFillsFromTheTop)
 {
     const auto font = loadFont(FontDesc());
     Image image(200, 40);
@@ -198,21 +198,17 @@ TEST(Painter, TextStaysInItsBoxAndLongTextEndsInAnEllipsis)
     rp.drawTextInBox(std::string_view("Right"), *font, white, PaintRect(0, 0, 100, 20), TextAlign::Right);
     EXPECT_EQ(paintedIn(right, 0, 0, 50, 20), 0);
     EXPECT_GT(paintedIn(right, 80, 0, 100, 20), 0);
-}
 
-TEST(Painter, WrappedTextDrawsEveryLineFromTheTop)
-{
-    const auto font = loadFont(FontDesc());
-    Image image(80, 200);
-    Painter painter(image);
-    const std::wstring text = L"Several words that wrap onto a few lines in a narrow box";
-    const int lines = painter.drawWrappedText(text, *font, white, PaintRect(0, 0, 80, 200));
-    EXPECT_EQ(lines, WordWrappingTextRenderer::calcNumDisplayLines(std::wstring_view(text), *font, 80.0));
+    // Wrapped text draws every line, from the top down.
+    Image tall(80, 200);
+    const std::wstring words = L"Several words that wrap onto a few lines in a narrow box";
+    const int lines = Painter(tall).drawWrappedText(words, *font, white, PaintRect(0, 0, 80, 200));
+    EXPECT_EQ(lines, WordWrappingTextRenderer::calcNumDisplayLines(std::wstring_view(words), *font, 80.0));
     ASSERT_GE(lines, 3);
     const int lineHeight = static_cast<int>(font->lineHeight());
-    EXPECT_GT(paintedIn(image, 0, 200 - lineHeight, 80, 200), 0); // first line at the top
-    EXPECT_GT(paintedIn(image, 0, 200 - lines * lineHeight, 80, 200 - (lines - 1) * lineHeight), 0);
-    EXPECT_EQ(paintedIn(image, 0, 0, 80, 200 - lines * lineHeight - 4), 0);
+    EXPECT_GT(paintedIn(tall, 0, 200 - lineHeight, 80, 200), 0); // first line at the top
+    EXPECT_GT(paintedIn(tall, 0, 200 - lines * lineHeight, 80, 200 - (lines - 1) * lineHeight), 0);
+    EXPECT_EQ(paintedIn(tall, 0, 0, 80, 200 - lines * lineHeight - 4), 0);
 }
 
 TEST(Painter, NonsenseNumbersDrawNothingAndDoNotStopLaterDrawing)

@@ -115,7 +115,7 @@ TEST(Preferences, CorruptOrTruncatedFileKeepsEveryWellFormedLine)
     EXPECT_EQ(preferences.snapshot(), expected);
 }
 
-TEST(Preferences, MissingOrUnwritableFileStillHoldsValuesForTheRun)
+TEST(Preferences, MissingOrUnwritableFilesStillHoldValuesAndSetFileSwitchesWhatIsRead)
 {
     ScratchFolder folder;
     writeBytes(folder.file("a-file"), "x");
@@ -129,6 +129,18 @@ TEST(Preferences, MissingOrUnwritableFileStillHoldsValuesForTheRun)
     Preferences nested(folder.file("one/two/preferences"));
     EXPECT_TRUE(nested.setPreference("key", 1));
     EXPECT_TRUE(fs::exists(folder.file("one/two/preferences")));
+
+    // setFile and reload switch what is read, and switching writes nothing.
+    writeBytes(folder.file("first"), "which=first\n");
+    writeBytes(folder.file("second"), "which=second\n");
+    Preferences switching(folder.file("first"));
+    EXPECT_EQ(switching.getPreference("which", ""), "first");
+    switching.setFile(folder.file("second"));
+    EXPECT_EQ(switching.getPreference("which", ""), "second");
+    writeBytes(folder.file("second"), "which=edited\n");
+    switching.reload();
+    EXPECT_EQ(switching.getPreference("which", ""), "edited");
+    EXPECT_EQ(readBytes(folder.file("first")), "which=first\n");
 }
 
 TEST(Preferences, AWriteInterruptedBeforeItsRenameLeavesTheOldFileReadable)
@@ -201,21 +213,6 @@ TEST(Preferences, ConcurrentWritersLoseNothing)
     for (auto& thread : threads)
         thread.join();
     EXPECT_EQ(Preferences(path).keys().size(), 60u);
-}
-
-TEST(Preferences, SetFileAndReloadSwitchWhatIsRead)
-{
-    ScratchFolder folder;
-    writeBytes(folder.file("first"), "which=first\n");
-    writeBytes(folder.file("second"), "which=second\n");
-    Preferences preferences(folder.file("first"));
-    EXPECT_EQ(preferences.getPreference("which", ""), "first");
-    preferences.setFile(folder.file("second"));
-    EXPECT_EQ(preferences.getPreference("which", ""), "second");
-    writeBytes(folder.file("second"), "which=edited\n");
-    preferences.reload();
-    EXPECT_EQ(preferences.getPreference("which", ""), "edited");
-    EXPECT_EQ(readBytes(folder.file("first")), "which=first\n"); // switching wrote nothing
 }
 
 TEST(Preferences, DefaultPathFollowsTheEnvironment)

@@ -121,7 +121,7 @@ TEST_F(GlobPlacement, CornerFormsAndRightOf)
     EXPECT_EQ(mid->getPosition(), XY<int>(90, 55));
 }
 
-TEST_F(GlobPlacement, ReanchoringLetsTwoRowsShareOnePlaceAndLaterRowsFollow)
+TEST_F(GlobPlacement, ReanchoringMovesLaterRowsAndRemovingASiblingLeavesThemWhereTheyAre)
 {
     // Alternatives b and c: c is re-anchored below a, so it takes b's place; d was below c and moves up.
     Glob* a = panel->addChild(row(), Glob::UserTopLeft(0, 0));
@@ -137,6 +137,14 @@ TEST_F(GlobPlacement, ReanchoringLetsTwoRowsShareOnePlaceAndLaterRowsFollow)
     EXPECT_EQ(c->getPosition(), b->getPosition());
     EXPECT_EQ(d->getY(), dBefore + 24) << "one row's height plus the gap saved";
     EXPECT_EQ(panel->getWidget(c).position.sibling, a);
+
+    // Removing the sibling a row was placed against leaves that row where it is, now absolute.
+    const XY<int> where = d->getPosition();
+    panel->removeChild(c);
+    EXPECT_EQ(d->getPosition(), where);
+    EXPECT_EQ(panel->getWidget(d).position.kind, WidgetPosition::Absolute);
+    panel->layoutChildren();
+    EXPECT_EQ(d->getPosition(), where);
 }
 
 TEST_F(GlobPlacement, ResizingTheParentKeepsTopAnchoredRowsAtTheTop)
@@ -156,19 +164,6 @@ TEST_F(GlobPlacement, AddWidgetMakesTheChildAndRelativeFormsUseTheSibling)
     auto* inside = panel->addWidgetRelative<ProbeGlob>(ProbeGlob::InitArgs(20, 10), anchor, Glob::Centre(0, 0));
     ASSERT_EQ(inside->parent(), panel);
     EXPECT_EQ(inside->getPosition(), XY<int>(13 + 20, 13 + 15));
-}
-
-TEST_F(GlobPlacement, RemovingASiblingLeavesRowsPlacedAgainstItWhereTheyAre)
-{
-    panel->addChild(row(), Glob::UserTopLeft(0, 0));
-    Glob* b = panel->addChild(row(), Glob::Below(4));
-    Glob* c = panel->addChild(row(), Glob::Below(4));
-    const XY<int> where = c->getPosition();
-    panel->removeChild(b);
-    EXPECT_EQ(c->getPosition(), where);
-    EXPECT_EQ(panel->getWidget(c).position.kind, WidgetPosition::Absolute);
-    panel->layoutChildren();
-    EXPECT_EQ(c->getPosition(), where);
 }
 
 TEST_F(GlobPlacement, RootPositionsResolveAgainstTheScreen)
