@@ -215,24 +215,7 @@ TEST_F(StandardPanelTest, CalcPanelSizeGivesExactlyTheWantedUserAreaAndAButtonMa
     EXPECT_EQ(row->getY() + row->getHeight(), topBefore - UifStd::getWindowArrangement().titleBarHeight);
 }
 
-TEST_F(StandardPanelTest, MadeByTypeNameWithItsTitle)
-{
-    GlobCreationInfo info(240, 160);
-    info.typeName = "StandardPanel";
-    info.config.set("title", "Named \xc3\xa9");
-    Glob* made = GlobManager::createGlob(info);
-    auto* panel = dynamic_cast<StandardPanel*>(made);
-    ASSERT_NE(panel, nullptr);
-    EXPECT_EQ(panel->getTitle().getString(), LightweightString<wchar_t>(L"Named \u00e9"));
-    EXPECT_EQ(panel->getSize(), XY<int>(240, 160));
-    Glob::destroy(made);
-    info.typeName = "VerticalScrollingBase";
-    made = GlobManager::createGlob(info);
-    EXPECT_NE(dynamic_cast<VerticalScrollingBase*>(made), nullptr);
-    Glob::destroy(made);
-}
-
-TEST_F(StandardPanelTest, PointerShowsWhatAnEdgeOrButtonWillDo)
+TEST_F(StandardPanelTest, PointerShowsWhatAnEdgeOrButtonWillDoAndPanelsAreMadeByTypeName)
 {
     auto* panel = ui.makeTopLevel<StandardPanel>(panelArgs(StandardPanel::CloseButton, true), {200, 200});
     const std::pair<XY<int>, int> cases[] = {
@@ -244,4 +227,19 @@ TEST_F(StandardPanelTest, PointerShowsWhatAnEdgeOrButtonWillDo)
         ui.step();
         EXPECT_EQ(ui.backend().getCursorShape(), shape) << at.x << "," << at.y;
     }
+
+    // Made by type name, with its title.
+    GlobCreationInfo info(240, 160);
+    info.typeName = "StandardPanel";
+    info.config.set("title", "Named \xc3\xa9");
+    Glob* made = GlobManager::createGlob(info);
+    auto* named = dynamic_cast<StandardPanel*>(made);
+    ASSERT_NE(named, nullptr);
+    EXPECT_EQ(named->getTitle().getString(), LightweightString<wchar_t>(L"Named \u00e9"));
+    EXPECT_EQ(named->getSize(), XY<int>(240, 160));
+    Glob::destroy(made);
+    info.typeName = "VerticalScrollingBase";
+    made = GlobManager::createGlob(info);
+    EXPECT_NE(dynamic_cast<VerticalScrollingBase*>(made), nullptr);
+    Glob::destroy(made);
 }

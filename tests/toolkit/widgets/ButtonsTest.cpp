@@ -128,7 +128,7 @@ TEST_F(ButtonsTest, ACallbackReplacesTheMessageAndMayDestroyTheButton)
     ui.step();
 }
 
-TEST_F(ButtonsTest, OwnMessagesDownColoursAndAutoFittedLabels)
+TEST_F(ButtonsTest, OwnMessagesDownColoursAutoFittedLabelsAndMadeByTypeName)
 {
     Button* b = button();
     b->setMessage("apply_pressed");
@@ -150,18 +150,16 @@ TEST_F(ButtonsTest, OwnMessagesDownColoursAndAutoFittedLabels)
     EXPECT_EQ(b->getHeight(), 22);
     b->setStringAuto(UIString(L"OK"));
     EXPECT_EQ(b->getWidth(), Button::calcWidth(UIString(L"OK"))) << "and shrinks back";
-}
 
-TEST_F(ButtonsTest, MadeByTypeNameWithItsLabel)
-{
+    // Made by type name, with its label.
     GlobCreationInfo info(100, 22);
     info.typeName = "Button";
     info.config.set("label", "Render");
     std::unique_ptr<Glob> made(GlobManager::createGlob(info));
-    auto* b = dynamic_cast<Button*>(made.get());
-    ASSERT_NE(b, nullptr);
-    EXPECT_EQ(b->getString().getString(), L"Render");
-    EXPECT_EQ(b->idstring(), "Button");
+    auto* named = dynamic_cast<Button*>(made.get());
+    ASSERT_NE(named, nullptr);
+    EXPECT_EQ(named->getString().getString(), L"Render");
+    EXPECT_EQ(named->idstring(), "Button");
 }
 
 TEST_F(ButtonsTest, AnImageButtonScalesItsPictureInsideTheFaceKeepingItsShape)
