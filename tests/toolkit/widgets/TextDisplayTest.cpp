@@ -38,7 +38,7 @@ std::wstring textOf(const Lines& lines)
     return out;
 }
 
-TEST(HtmlParseTest, StylesColoursAndLinksBecomeRuns)
+TEST(HtmlParseTest, StylesColoursLinksEntitiesAndBreaksAreReadAndAnythingElseShownOrLeftOut)
 {
     const HtmlDocument doc = parse(L"a <b>bold <i>both</i></b> <font color=\"#ff8000\">warm</font> "
                                    L"<a href=\"https://x.org/?a=1&amp;b=2\">go</a>");
@@ -53,10 +53,8 @@ TEST(HtmlParseTest, StylesColoursAndLinksBecomeRuns)
     EXPECT_EQ(doc.runs[6].href, L"https://x.org/?a=1&b=2");
     EXPECT_TRUE(doc.runs[6].colour == scheme().highlight());
     EXPECT_TRUE(doc.runs[0].href.empty());
-}
 
-TEST(HtmlParseTest, EntitiesSpacesBreaksAndAnythingElseShownOrLeftOut)
-{
+    // Entities, spaces and breaks.
     EXPECT_EQ(parse(L"&lt;tag&gt; &amp; &quot;q&quot; &#65;&#x42; &nbsp; &bogus; & x").plainText(),
               L"<tag> & \"q\" AB &nbsp; &bogus; & x")
         << "the four named entities and numeric ones are read; anything else stays as typed";
@@ -190,7 +188,7 @@ TEST(TextBlockTest, HeightForLinesGrowsByTheLineHeightAndShowsTheLastLine)
     EXPECT_TRUE(ink);
 }
 
-TEST(TextBlockTest, LabelsAlignElideAndDim)
+TEST(TextBlockTest, LabelsAlignElideAndDimAndTextWidgetsAreMadeByTypeName)
 {
     UiHarness ui(400, 200);
     TextLabel::InitArgs args(UIString(L"Right"), 200, 24, scheme());
@@ -220,10 +218,8 @@ TEST(TextBlockTest, LabelsAlignElideAndDim)
     label->setWordWrap(true);
     label->setString(UIString(L"a long label that wraps onto several lines at this width"));
     EXPECT_GT(label->getNumLines(), 1);
-}
 
-TEST(TextBlockTest, TextWidgetsAreMadeByTypeName)
-{
+    // Every text widget is made by its type name.
     for (const char* type : {"TextBoxBase", "TitleTextBox", "NumericTextBox", "CustomTextBox", "TextLabel",
                              "MultiLineTextBox", "HTMLRenderer"}) {
         GlobCreationInfo info(120, 24);
