@@ -53,7 +53,7 @@ uint32_t crc32(const unsigned char* data, size_t size)
 
 } // namespace
 
-TEST(PngIO, RoundTripKeepsThePixels)
+TEST(PngIO, RoundTripKeepsThePixelsAndFilesAreWrittenAtomically)
 {
     const Image card = testCard(37, 23);
     const std::string png = encodePng(card);
@@ -72,18 +72,15 @@ TEST(PngIO, RoundTripKeepsThePixels)
                 ASSERT_NEAR(channel(a, shift), channel(b, shift), 1) << x << "," << y;
         }
     }
-}
 
-TEST(PngIO, WritesAtomicallyAndReadsBack)
-{
+    // Written atomically and read back from a file.
     const auto dir = std::filesystem::temp_directory_path() / ("gfx-png-" + std::to_string(::getpid()));
     std::filesystem::create_directories(dir);
     const std::string path = (dir / "card.png").string();
-    const Image card = testCard(16, 9);
     ASSERT_TRUE(writePng(card, path));
-    const Image back = loadImage(path);
-    ASSERT_EQ(sizeOf(back), std::pair(16, 9));
-    EXPECT_EQ(back.pixel(0, 0), card.pixel(0, 0));
+    const Image loaded = loadImage(path);
+    ASSERT_EQ(sizeOf(loaded), std::pair(37, 23));
+    EXPECT_EQ(loaded.pixel(0, 0), card.pixel(0, 0));
     // Only the file itself is left behind: the temporary was renamed into place.
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir), std::filesystem::directory_iterator()), 1);
     EXPECT_FALSE(writePng(card, (dir / "missing" / "card.png").string()));

@@ -89,7 +89,7 @@ TEST(ParamConstraint, ConstraintsChainInOrderAndUnreadableAnswersVeto)
     EXPECT_EQ(n->getValue(), 12);
 }
 
-TEST(ParamHandlers, RunAfterStoringAndOnlyOnChange)
+TEST(ParamHandlers, RunAfterStoringOnlyOnChangeAndEndWithTheNewestValue)
 {
     auto p = makeInt(1);
     Recorder a, b;
@@ -106,22 +106,19 @@ TEST(ParamHandlers, RunAfterStoringAndOnlyOnChange)
     p->announce(); // announcing tells everyone once even without a change
     EXPECT_EQ(a.heard.size(), 2u);
     EXPECT_EQ(b.heard.back(), L"2");
-}
 
-TEST(ParamHandlers, NestedChangeLeavesEveryHandlerWithTheNewestValue)
-{
-    auto p = makeInt(0);
+    // A change made from inside a handler leaves every handler with the newest value.
+    auto q = makeInt(0);
     // The first handler snaps odd values to the next even one.
-    p->addValueChangeHandler(makeChangeHandler([raw = p.get()](const WText& v) {
+    q->addValueChangeHandler(makeChangeHandler([raw = q.get()](const WText& v) {
         const auto n = *ParamText::readInteger(v);
         if (n % 2 != 0)
             raw->setValue(static_cast<int32_t>(n + 1));
     }));
     Recorder later;
-    later.attachTo(p);
-
-    p->setValue(3);
-    EXPECT_EQ(p->getValue(), 4);
+    later.attachTo(q);
+    q->setValue(3);
+    EXPECT_EQ(q->getValue(), 4);
     ASSERT_FALSE(later.heard.empty());
     EXPECT_EQ(later.heard.back(), L"4");
     EXPECT_EQ(std::count(later.heard.begin(), later.heard.end(), L"3"), 0);
@@ -188,7 +185,7 @@ TEST(NumericParams, RangeClampsOnlyWhenItApplies)
     EXPECT_EQ(d->getValue(), 1.0);
 }
 
-TEST(NumericParams, TextFormsReadBackAndBadTextChangesNothing)
+TEST(NumericParams, TextFormsReadBackSaturateAndBadTextChangesNothing)
 {
     auto i = makeInt(7);
     for (const wchar_t* bad : {L"", L"abc", L"12abc", L"--4", L"4 4", L"\u0663"})
@@ -214,10 +211,8 @@ TEST(NumericParams, TextFormsReadBackAndBadTextChangesNothing)
         ASSERT_TRUE(copy->setValueFromString(d->getValueAsString()));
         EXPECT_EQ(copy->getValue(), v);
     }
-}
 
-TEST(ParamText, IntegersSaturateAtTheEdgesOf64Bits)
-{
+    // Integer text saturates at the edges of 64 bits.
     EXPECT_EQ(ParamText::readInteger(L"-9223372036854775808"), std::numeric_limits<int64_t>::min());
     EXPECT_EQ(ParamText::readInteger(L"9223372036854775807"), std::numeric_limits<int64_t>::max());
     EXPECT_EQ(ParamText::readInteger(L"9223372036854775808"), std::numeric_limits<int64_t>::max());
