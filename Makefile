@@ -4,7 +4,7 @@ JOBS ?= $(shell nproc)
 SUDO := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 GALLERY_DIR ?= $(CURDIR)/out/gallery
 
-.PHONY: deps build run test asan bench fuzz clean
+.PHONY: deps build run test asan tsan bench fuzz clean
 
 deps:
 	@missing=$$(grep -v -E '^\s*(#|$$)' packages.txt | while read -r p; do \
@@ -29,6 +29,12 @@ asan: deps
 	cmake --preset asan
 	cmake --build --preset asan -j $(JOBS)
 	ctest --preset asan -j $(JOBS)
+
+# The tests that run threads (their names say Thread or Concurrent), under the thread sanitizer.
+tsan: deps
+	cmake --preset tsan
+	cmake --build --preset tsan -j $(JOBS)
+	ctest --preset tsan -j $(JOBS)
 
 bench: deps
 	cmake --preset release

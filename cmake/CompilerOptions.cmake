@@ -1,6 +1,7 @@
 # Warning, sanitizer and fuzzing flags shared by every target of the project.
 option(TESSEL_WERROR "Treat warnings as errors" OFF)
 option(TESSEL_SANITIZE "Build with address and undefined-behaviour sanitizers" OFF)
+option(TESSEL_TSAN "Build with the thread sanitizer (for the threaded tests)" OFF)
 option(TESSEL_LIBFUZZER "Build the fuzz targets with libFuzzer (clang only)" OFF)
 
 add_library(tessel_options INTERFACE)
@@ -12,6 +13,10 @@ endif()
 if(TESSEL_SANITIZE)
   target_compile_options(tessel_options INTERFACE -fsanitize=address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
   target_link_options(tessel_options INTERFACE -fsanitize=address,undefined)
+endif()
+if(TESSEL_TSAN)
+  target_compile_options(tessel_options INTERFACE -fsanitize=thread -fno-omit-frame-pointer)
+  target_link_options(tessel_options INTERFACE -fsanitize=thread)
 endif()
 if(TESSEL_LIBFUZZER)
   target_compile_options(tessel_options INTERFACE -fsanitize=fuzzer-no-link,address,undefined -fno-omit-frame-pointer)

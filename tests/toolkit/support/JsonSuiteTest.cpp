@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-const fs::path kSuite = fs::path(TESSEL_SHARED_DATA_DIR) / "json-test-suite" / "test_parsing";
+const fs::path kSuite = fs::path(TESSEL_TEST_DATA_DIR) / "json-test-suite" / "test_parsing";
 
 std::vector<fs::path> suiteFiles(char verdict)
 {
