@@ -2,28 +2,44 @@
 
 #include <gtest/gtest.h>
 
-#include <tuple>
-
 using Cv::AttribValuePair;
 
-TEST(AttribValuePair, SplitsAtTheFirstSeparatorAndTrimsBlanksAroundNameAndValue)
+TEST(AttribValuePair, SplitsAtTheFirstSeparatorOnly)
 {
-    // Text, separator, name, value.
-    const std::tuple<const char*, char, const char*, const char*> rows[] = {
-        {"mode=2,3", '=', "mode", "2,3"}, // read as one pair, the comma belongs to the value
-        {"a=b=c", '=', "a", "b=c"}, {"key: value", ':', "key", "value"},
-        {" \tquality = high \t", '=', "quality", "high"}, {"long name=two words", '=', "long name", "two words"},
-        {"mode=", '=', "mode", ""}};
-    for (const auto& [text, separator, name, value] : rows) {
-        const AttribValuePair pair(text, separator);
-        EXPECT_TRUE(pair.valid()) << text;
-        EXPECT_EQ(pair.name(), name) << text;
-        EXPECT_EQ(pair.value(), value) << text;
-    }
-    // Without the separator or without a name there is no pair.
-    for (const char* text : {"mode", "", "=5", "  =5"})
-        EXPECT_FALSE(AttribValuePair(text, '=').valid()) << text;
+    const AttribValuePair pair("mode=2,3", '=');
+    ASSERT_TRUE(pair.valid());
+    EXPECT_EQ(pair.name(), "mode");
+    EXPECT_EQ(pair.value(), "2,3"); // read as one pair, the comma belongs to the value
+
+    const AttribValuePair nested("a=b=c", '=');
+    EXPECT_EQ(nested.name(), "a");
+    EXPECT_EQ(nested.value(), "b=c");
+
+    const AttribValuePair colon("key: value", ':');
+    EXPECT_EQ(colon.name(), "key");
+    EXPECT_EQ(colon.value(), "value");
+}
+
+TEST(AttribValuePair, ValidityNeedsTheSeparatorAndAName)
+{
+    EXPECT_FALSE(AttribValuePair("mode", '=').valid());
+    EXPECT_FALSE(AttribValuePair("", '=').valid());
+    EXPECT_FALSE(AttribValuePair("=5", '=').valid());
+    EXPECT_FALSE(AttribValuePair("  =5", '=').valid());
     EXPECT_FALSE(AttribValuePair().valid());
+
+    const AttribValuePair emptyValue("mode=", '=');
+    EXPECT_TRUE(emptyValue.valid());
+    EXPECT_TRUE(emptyValue.value().empty());
+}
+
+TEST(AttribValuePair, BlanksAroundNameAndValueDoNotCount)
+{
+    const AttribValuePair pair(" \tquality = high \t", '=');
+    EXPECT_EQ(pair.name(), "quality");
+    EXPECT_EQ(pair.value(), "high");
+    // Blanks inside stay.
+    EXPECT_EQ(AttribValuePair("long name=two words", '=').value(), "two words");
 }
 
 TEST(AttribValuePair, ListsSplitAtTheListSeparatorFirst)
@@ -45,6 +61,7 @@ TEST(AttribValuePair, ListsSplitAtTheListSeparatorFirst)
 
     EXPECT_TRUE(AttribValuePair::vecFromString("", '=', ',').empty());
     EXPECT_TRUE(AttribValuePair::vecFromString(",,,", '=', ',').empty());
-    // A trailing separator adds nothing.
+    // A trailing separator adds nothing; the last item is read too.
     EXPECT_EQ(AttribValuePair::vecFromString("a=1,", '=', ',').size(), 1u);
+    EXPECT_EQ(AttribValuePair::vecFromString("a=1,b=2", '=', ',').back().value(), "2");
 }

@@ -26,6 +26,8 @@ TEST(Box, CornersInAnyOrderGiveTheSameBottomUpBox)
     const BoxI a(10, 20, 40, 80);
     const BoxI b(40, 80, 10, 20);
     EXPECT_EQ(a, b);
+    EXPECT_EQ(a.left(), 10);
+    EXPECT_EQ(a.right(), 40);
     EXPECT_EQ(a.bottom(), 20); // y grows upward: bottom is the smaller y
     EXPECT_EQ(a.top(), 80);
     EXPECT_EQ(a.size(), XY<int>(30, 60));

@@ -16,24 +16,20 @@ std::vector<LightweightString<char>> namesStartingWith(const char* prefix)
     return names;
 }
 
-std::unique_ptr<CommandRegistrar> registrar(
-    const char* name, CommandRegistry::Function function = [] {}, eCmdScope scope = cmdScopeTools)
-{
-    return std::make_unique<CommandRegistrar>(name, std::move(function), UIString(), UIString(), scope);
-}
-
 } // namespace
 
 TEST(CommandRegistry, RegistrarRegistersForItsLifetime)
 {
     int runs = 0;
     {
-        const auto open = registrar("test.Open Panel", [&] { ++runs; });
-        EXPECT_TRUE(open->isRegistered());
+        CommandRegistrar registrar(
+            "test.Open Panel", [&] { ++runs; }, UIString(), UIString(), cmdScopeTools);
+        EXPECT_TRUE(registrar.isRegistered());
         const auto info = CommandRegistry::instance().find("test.Open Panel");
         ASSERT_TRUE(info.has_value());
         EXPECT_EQ(info->scope, cmdScopeTools);
         EXPECT_TRUE(info->mapItem.isNone());
+        EXPECT_EQ(info->label.getResId().id, ResId::none);
 
         EXPECT_TRUE(CommandRegistry::instance().run("test.Open Panel"));
         EXPECT_EQ(runs, 1);
@@ -48,23 +44,29 @@ TEST(CommandRegistry, DuplicateNameIsRefusedUntilTheFirstGoes)
 {
     int firstRuns = 0;
     int secondRuns = 0;
-    auto first = registrar("test.Duplicate", [&] { ++firstRuns; });
-    const auto second = registrar("test.Duplicate", [&] { ++secondRuns; }, cmdScopeApplication);
+    auto first = std::make_unique<CommandRegistrar>(
+        "test.Duplicate", [&] { ++firstRuns; }, UIString(), UIString(), cmdScopeTools);
+    CommandRegistrar second(
+        "test.Duplicate", [&] { ++secondRuns; }, UIString(), UIString(), cmdScopeApplication);
     EXPECT_TRUE(first->isRegistered());
-    EXPECT_FALSE(second->isRegistered());
+    EXPECT_FALSE(second.isRegistered());
     CommandRegistry::instance().run("test.Duplicate");
     EXPECT_EQ(firstRuns, 1);
     EXPECT_EQ(secondRuns, 0);
     EXPECT_EQ(namesStartingWith("test.Duplicate").size(), 1u);
 
     // The refused registrar's destruction must not take the name from the first either.
-    registrar("test.Duplicate").reset();
+    {
+        CommandRegistrar third(
+            "test.Duplicate", [] {}, UIString(), UIString(), cmdScopeTools);
+    }
     EXPECT_TRUE(CommandRegistry::instance().contains("test.Duplicate"));
 
     first.reset();
     EXPECT_FALSE(CommandRegistry::instance().run("test.Duplicate"));
-    const auto again = registrar("test.Duplicate", [&] { ++secondRuns; });
-    EXPECT_TRUE(again->isRegistered());
+    CommandRegistrar again(
+        "test.Duplicate", [&] { ++secondRuns; }, UIString(), UIString(), cmdScopeTools);
+    EXPECT_TRUE(again.isRegistered());
     CommandRegistry::instance().run("test.Duplicate");
     EXPECT_EQ(secondRuns, 1);
 }
@@ -89,9 +91,12 @@ TEST(CommandRegistry, ContextFormHearsItsNameAndTheArgument)
 
 TEST(CommandRegistry, NamesListInRegistrationOrder)
 {
-    const auto c = registrar("test.order.c");
-    const auto a = registrar("test.order.a");
-    auto b = registrar("test.order.b");
+    CommandRegistrar c(
+        "test.order.c", [] {}, UIString(), UIString(), cmdScopeTools);
+    CommandRegistrar a(
+        "test.order.a", [] {}, UIString(), UIString(), cmdScopeTools);
+    auto b = std::make_unique<CommandRegistrar>(
+        "test.order.b", [] {}, UIString(), UIString(), cmdScopeTools);
     EXPECT_EQ(namesStartingWith("test.order."),
         (std::vector<LightweightString<char>> { "test.order.c", "test.order.a", "test.order.b" }));
     b.reset();

@@ -8,7 +8,6 @@
 #include <climits>
 #include <cmath>
 #include <cstdint>
-#include <tuple>
 
 TEST(DataConvert, UnsignedUsesTheLongestNumericPrefix)
 {
@@ -17,11 +16,22 @@ TEST(DataConvert, UnsignedUsesTheLongestNumericPrefix)
         unsigned value;
         bool found;
     };
-    const Case cases[] = {{L"42", 42, true}, {L" \t\n12abc", 12, true}, {L"+7", 7, true}, {L"2.7", 2, true},
-        {L"0x1A", 0, true}, {L"-3", 0, true}, {L"4294967295", UINT_MAX, true}, {L"4294967296", UINT_MAX, true},
-        {L"99999999999999999999999", UINT_MAX, true}, {L"", 0, false}, {L"abc", 0, false}, {L"+", 0, false},
+    const Case cases[] = {
+        {L"42", 42, true},
+        {L" \t\n12abc", 12, true},
+        {L"+7", 7, true},
+        {L"2.7", 2, true},
+        {L"0x1A", 0, true},
+        {L"-3", 0, true},
+        {L"4294967295", UINT_MAX, true},
+        {L"4294967296", UINT_MAX, true},
+        {L"99999999999999999999999", UINT_MAX, true},
+        {L"", 0, false},
+        {L"abc", 0, false},
+        {L"+", 0, false},
         {L"- 3", 0, false},
-        {L"\u0663", 0, false}}; // a digit of another script is not a number here
+        {L"\u0663", 0, false}, // a digit of another script is not a number here
+    };
     for (const auto& c : cases) {
         unsigned out = 12345;
         EXPECT_EQ(DataConvert::convert(std::wstring_view(c.text), out), c.found) << "text index " << (&c - cases);
@@ -36,11 +46,29 @@ TEST(DataConvert, DoubleUsesTheLongestNumericPrefix)
         double value;
         bool found;
     };
-    const Case cases[] = {{"2.5", 2.5, true}, {"  -2.5e+2x", -250.0, true}, {".5", 0.5, true}, {"5.", 5.0, true},
-        {"1e", 1.0, true}, {"1e+", 1.0, true}, {"1,5", 1.0, true}, {"0x10", 0.0, true}, {"1e400", DBL_MAX, true},
-        {"-1e400", -DBL_MAX, true}, {"1000e306", DBL_MAX, true}, {"1e-400", 0.0, true}, {"100000e-330", 0.0, true},
-        {"0.00001e312", 1e307, true}, {"1e99999999999999999999", DBL_MAX, true}, {"-", 0.0, false},
-        {".", 0.0, false}, {"inf", 0.0, false}, {"nan", 0.0, false}, {"e5", 0.0, false}, {"", 0.0, false}};
+    const Case cases[] = {
+        {"2.5", 2.5, true},
+        {"  -2.5e+2x", -250.0, true},
+        {".5", 0.5, true},
+        {"5.", 5.0, true},
+        {"1e", 1.0, true},
+        {"1e+", 1.0, true},
+        {"1,5", 1.0, true},
+        {"0x10", 0.0, true},
+        {"1e400", DBL_MAX, true},
+        {"-1e400", -DBL_MAX, true},
+        {"1000e306", DBL_MAX, true},
+        {"1e-400", 0.0, true},
+        {"100000e-330", 0.0, true},
+        {"0.00001e312", 1e307, true},
+        {"1e99999999999999999999", DBL_MAX, true},
+        {"-", 0.0, false},
+        {".", 0.0, false},
+        {"inf", 0.0, false},
+        {"nan", 0.0, false},
+        {"e5", 0.0, false},
+        {"", 0.0, false},
+    };
     for (const auto& c : cases) {
         double out = 12345;
         EXPECT_EQ(DataConvert::convert(std::string_view(c.text), out), c.found) << c.text;
@@ -72,14 +100,16 @@ TEST(StringFromFloat, ShortestFormReadsBackExactly)
 
 TEST(StringFromFloat, FixedDecimalsAndSpecialValues)
 {
-    // Value, decimals, text. Exactly half rounds to even; 2.675 is stored just below the half.
-    const std::tuple<double, int, const char*> rows[] = {{1.0, 2, "1.00"}, {0.125, 2, "0.12"}, {2.675, 2, "2.67"},
-        {1.5, 0, "2"}, {-0.001, 2, "0.00"}, {-0.5, 2, "-0.50"}, {-INFINITY, 3, "-inf"}};
-    for (const auto& [value, decimals, text] : rows)
-        EXPECT_EQ(StringFromFloat(value, decimals), text) << value;
+    EXPECT_EQ(StringFromFloat(1.0, 2), "1.00");
+    EXPECT_EQ(StringFromFloat(0.125, 2), "0.12"); // exactly half: to even
+    EXPECT_EQ(StringFromFloat(2.675, 2), "2.67"); // 2.675 is stored just below the half
+    EXPECT_EQ(StringFromFloat(1.5, 0), "2");
+    EXPECT_EQ(StringFromFloat(-0.001, 2), "0.00");
     EXPECT_EQ(StringFromFloat(-0.0), "0");
+    EXPECT_EQ(StringFromFloat(-0.5, 2), "-0.50");
     EXPECT_EQ(StringFromFloat(1.0, 500).size(), 32u); // decimals are capped at 30
     EXPECT_EQ(StringFromFloat(NAN), "nan");
+    EXPECT_EQ(StringFromFloat(-INFINITY, 3), "-inf");
 
     // Whatever it writes for special values reads back through the strict reader.
     double back = 0;

@@ -123,18 +123,21 @@ TEST_F(Deferral, ThrowingCallLeavesTheRestQueuedInOrder)
 
 TEST_F(Deferral, MethodCallKeepsASharedObjectAliveUntilItRuns)
 {
+    struct Counter : public iObject {
+        Counter(int& totalOut, bool& destroyedOut)
+            : total(totalOut)
+            , destroyed(destroyedOut)
+        {
+        }
+        ~Counter() override { destroyed = true; }
+        void add(int amount, int times) { total += amount * times; }
+        int& total;
+        bool& destroyed;
+    };
     int total = 0;
     bool destroyed = false;
-    struct Counter : public iObject {
-        ~Counter() override { *destroyed = true; }
-        void add(int amount, int times) { *total += amount * times; }
-        int* total = nullptr;
-        bool* destroyed = nullptr;
-    };
     {
-        auto counter = Cv::make<Counter>();
-        counter->total = &total;
-        counter->destroyed = &destroyed;
+        auto counter = Cv::make<Counter>(total, destroyed);
         defer(DeferableMethodCallback(counter, &Counter::add, 3, 5));
     }
     EXPECT_FALSE(destroyed);

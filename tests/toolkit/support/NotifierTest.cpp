@@ -22,7 +22,10 @@ struct Recorder {
 };
 
 struct Payload : public iObject {
-    explicit Payload(int v) : value(v) {}
+    explicit Payload(int v)
+        : value(v)
+    {
+    }
     int value;
 };
 
@@ -30,7 +33,7 @@ enum eAction { actionPlay = 3, actionUndo = 27 };
 
 } // namespace
 
-TEST(Notifier, ListenersHearTheirTypeOrEveryTypeAndCopiesStartWithout)
+TEST(Notifier, ListenersHearTheirTypeOrEveryType)
 {
     Notifier notifier;
     Recorder recorder;
@@ -40,51 +43,47 @@ TEST(Notifier, ListenersHearTheirTypeOrEveryTypeAndCopiesStartWithout)
     notifier.issueNotification("created", 10);
     notifier.issueNotification("saved", 11);
     EXPECT_EQ(recorder.heard, (std::vector<std::string> { "all:created", "save:saved", "all:saved" }));
-
-    // A copy starts without listeners, and so does a notifier assigned from another.
-    Notifier copy(notifier);
-    copy.issueNotification("to copy", 0);
-    EXPECT_EQ(recorder.heard.size(), 3u);
-    copy = notifier;
-    EXPECT_EQ(copy.getNumListeners(), 0u);
-    EXPECT_EQ(notifier.getNumListeners(), 2u);
 }
 
-TEST(Notifier, ReleasedGuardsAndRemovedListenersHearNothingMore)
+TEST(Notifier, ReleasedGuardHearsNothingMore)
 {
     Notifier notifier;
     Recorder recorder;
     auto guard = notifier.addListener(recorder.listener("a"));
     auto explicitRelease = notifier.addListener(recorder.listener("b"));
-    // Explicit removal takes every registration of the listener.
-    const auto listener = recorder.listener("x");
-    const auto g1 = notifier.registerNotification(listener, 1);
-    const auto g2 = notifier.registerNotification(listener, 2);
-    EXPECT_TRUE(notifier.removeListener(listener));
-    EXPECT_FALSE(notifier.removeListener(listener));
     notifier.issueNotification("one", 1);
 
     guard = nullptr;
     explicitRelease->release();
     EXPECT_TRUE(explicitRelease->isReleased());
-    notifier.issueNotification("two", 2);
+    notifier.issueNotification("two", 1);
     EXPECT_EQ(recorder.heard, (std::vector<std::string> { "a:one", "b:one" }));
     EXPECT_EQ(notifier.getNumListeners(), 0u);
 }
 
-TEST(Notifier, ChangesDuringARoundTakeEffectAtOnceForRemovalsAndNextRoundForAdditions)
+TEST(Notifier, ExplicitRemovalTakesEveryRegistrationOfTheListener)
+{
+    Notifier notifier;
+    Recorder recorder;
+    const auto listener = recorder.listener("x");
+    const auto g1 = notifier.registerNotification(listener, 1);
+    const auto g2 = notifier.registerNotification(listener, 2);
+    EXPECT_TRUE(notifier.removeListener(listener));
+    EXPECT_FALSE(notifier.removeListener(listener));
+    notifier.issueNotification("m", 1);
+    notifier.issueNotification("m", 2);
+    EXPECT_TRUE(recorder.heard.empty());
+}
+
+TEST(Notifier, RemovalDuringARoundStopsLaterCallsInIt)
 {
     Notifier notifier;
     std::vector<std::string> heard;
     Cv::Ptr<Cv::Guard> second;
     Cv::Ptr<Cv::Guard> self;
-    Cv::Ptr<Cv::Guard> late;
     const auto first = notifier.addListener(Cv::makeListener<NotifyMsg>([&](const NotifyMsg&) {
         heard.push_back("first");
         second = nullptr; // removes a listener that has not been called yet
-        if (!late) // added now, it hears only the next round
-            late = notifier.addListener(
-                Cv::makeListener<NotifyMsg>([&](const NotifyMsg&) { heard.push_back("late"); }));
     }));
     second = notifier.addListener(Cv::makeListener<NotifyMsg>([&](const NotifyMsg&) { heard.push_back("second"); }));
     self = notifier.addListener(Cv::makeListener<NotifyMsg>([&](const NotifyMsg&) {
@@ -95,7 +94,22 @@ TEST(Notifier, ChangesDuringARoundTakeEffectAtOnceForRemovalsAndNextRoundForAddi
 
     notifier.issueNotification("", 0);
     notifier.issueNotification("", 0);
-    EXPECT_EQ(heard, (std::vector<std::string> { "first", "self", "self still running", "first", "late" }));
+    EXPECT_EQ(heard, (std::vector<std::string> { "first", "self", "self still running", "first" }));
+}
+
+TEST(Notifier, ListenerAddedDuringARoundHearsOnlyTheNextOne)
+{
+    Notifier notifier;
+    Recorder recorder;
+    std::vector<Cv::Ptr<Cv::Guard>> added;
+    const auto adder = notifier.addListener(Cv::makeListener<NotifyMsg>([&](const NotifyMsg&) {
+        if (added.empty())
+            added.push_back(notifier.addListener(recorder.listener("late")));
+    }));
+    notifier.issueNotification("first", 0);
+    EXPECT_TRUE(recorder.heard.empty());
+    notifier.issueNotification("second", 0);
+    EXPECT_EQ(recorder.heard, (std::vector<std::string> { "late:second" }));
 }
 
 TEST(Notifier, NestedNotificationFromAListener)
@@ -168,6 +182,19 @@ TEST(Notifier, MessageCarriesTextObjectOrBoth)
     EXPECT_TRUE(NotifyMsg().empty());
 }
 
+TEST(Notifier, CopyStartsWithoutListeners)
+{
+    Notifier original;
+    Recorder recorder;
+    const auto guard = original.addListener(recorder.listener("o"));
+    Notifier copy(original);
+    copy.issueNotification("to copy", 0);
+    EXPECT_TRUE(recorder.heard.empty());
+    copy = original;
+    EXPECT_EQ(copy.getNumListeners(), 0u);
+    EXPECT_EQ(original.getNumListeners(), 1u);
+}
+
 TEST(GenericNotifier, TypedValuesAndOverriddenEntryPoint)
 {
     // A subject that records what it reports, the way a manager may extend issueNotification.
@@ -181,7 +208,11 @@ TEST(GenericNotifier, TypedValuesAndOverriddenEntryPoint)
         int issued = 0;
     };
     struct Handler {
-        int handle(const eAction& action) { return actions.push_back(action), 0; }
+        int handle(const eAction& action)
+        {
+            actions.push_back(action);
+            return 0;
+        }
         std::vector<eAction> actions;
     } handler;
 
@@ -203,19 +234,23 @@ TEST(Notifier, ConcurrentReportsAndRegistrationsAreSafe)
     const auto steady
         = notifier.addListener(Cv::makeListener<NotifyMsg>([&](const NotifyMsg&) { heard.fetch_add(1); }));
 
-    const auto report = [&] {
-        for (int i = 0; i < 2000; ++i)
-            notifier.issueNotification("tick", i % 3);
-    };
-    std::thread churner([&] {
-        while (!stop.load()) // each registration is dropped at once with its guard
-            (void)notifier.registerNotification(Cv::makeListener<NotifyMsg>([](const NotifyMsg&) {}), 1);
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 2; ++t) {
+        threads.emplace_back([&] {
+            for (int i = 0; i < 2000; ++i)
+                notifier.issueNotification("tick", i % 3);
+        });
+    }
+    threads.emplace_back([&] {
+        while (!stop.load()) {
+            auto churn = notifier.registerNotification(Cv::makeListener<NotifyMsg>([](const NotifyMsg&) {}), 1);
+            churn = nullptr;
+        }
     });
-    std::thread other(report);
-    report();
-    other.join();
+    threads[0].join();
+    threads[1].join();
     stop.store(true);
-    churner.join();
+    threads[2].join();
     EXPECT_EQ(heard.load(), 4000);
     EXPECT_EQ(notifier.getNumListeners(), 1u);
 }
@@ -235,4 +270,7 @@ TEST(NotifyMsgTypeDictionary, NamesGetStableCodesAboveTheHandPickedOnes)
     EXPECT_EQ(dictionary.getType(""), NotifyMsgTypeDictionary::noType);
     EXPECT_TRUE(dictionary.getName(12).empty());
     EXPECT_TRUE(dictionary.getName(addition + 1000).empty());
+
+    EXPECT_EQ(NotifyMsgTypeDictionary::instance().getUIStateChangedType(),
+        NotifyMsgTypeDictionary::instance().getUIStateChangedType());
 }

@@ -9,7 +9,6 @@
 
 #include <limits>
 #include <string>
-#include <tuple>
 #include <vector>
 
 using namespace GenericParam;
@@ -89,10 +88,11 @@ TEST(ParamConstraint, ConstraintsChainInOrderAndUnreadableAnswersVeto)
     EXPECT_EQ(n->getValue(), 12);
 }
 
-TEST(ParamHandlers, RunAfterStoringOnlyOnChangeAndEndWithTheNewestValue)
+TEST(ParamHandlers, RunAfterStoringAndOnlyOnChange)
 {
     auto p = makeInt(1);
-    Recorder a, b;
+    Recorder a;
+    Recorder b;
     a.attachTo(p);
     b.attachTo(p);
 
@@ -106,19 +106,22 @@ TEST(ParamHandlers, RunAfterStoringOnlyOnChangeAndEndWithTheNewestValue)
     p->announce(); // announcing tells everyone once even without a change
     EXPECT_EQ(a.heard.size(), 2u);
     EXPECT_EQ(b.heard.back(), L"2");
+}
 
-    // A change made from inside a handler leaves every handler with the newest value.
-    auto q = makeInt(0);
+TEST(ParamHandlers, NestedChangeLeavesEveryHandlerWithTheNewestValue)
+{
+    auto p = makeInt(0);
     // The first handler snaps odd values to the next even one.
-    q->addValueChangeHandler(makeChangeHandler([raw = q.get()](const WText& v) {
+    p->addValueChangeHandler(makeChangeHandler([raw = p.get()](const WText& v) {
         const auto n = *ParamText::readInteger(v);
         if (n % 2 != 0)
             raw->setValue(static_cast<int32_t>(n + 1));
     }));
     Recorder later;
-    later.attachTo(q);
-    q->setValue(3);
-    EXPECT_EQ(q->getValue(), 4);
+    later.attachTo(p);
+
+    p->setValue(3);
+    EXPECT_EQ(p->getValue(), 4);
     ASSERT_FALSE(later.heard.empty());
     EXPECT_EQ(later.heard.back(), L"4");
     EXPECT_EQ(std::count(later.heard.begin(), later.heard.end(), L"3"), 0);
@@ -159,12 +162,15 @@ TEST(ParamHandlers, HandlersMayRemoveThemselvesOrReleaseTheParameter)
 TEST(NumericParams, RangeClampsOnlyWhenItApplies)
 {
     auto free = makeInt(50, 0, 10, false);
-    free->setValue(-7); // the range is not applied
+    EXPECT_EQ(free->getValue(), 50);
+    free->setValue(-7);
     EXPECT_EQ(free->getValue(), -7);
 
     auto bounded = makeInt(50, 10, 0, true); // given upside down
-    EXPECT_EQ((std::vector{bounded->getMinValue(), bounded->getMaxValue(), bounded->getValue(),
-                  bounded->getDefaultValue()}), (std::vector{0, 10, 10, 10}));
+    EXPECT_EQ(bounded->getMinValue(), 0);
+    EXPECT_EQ(bounded->getMaxValue(), 10);
+    EXPECT_EQ(bounded->getValue(), 10);
+    EXPECT_EQ(bounded->getDefaultValue(), 10);
     bounded->setValue(-3);
     EXPECT_EQ(bounded->getValue(), 0);
     EXPECT_TRUE(bounded->setValueFromString(L"1e9"));
@@ -185,7 +191,7 @@ TEST(NumericParams, RangeClampsOnlyWhenItApplies)
     EXPECT_EQ(d->getValue(), 1.0);
 }
 
-TEST(NumericParams, TextFormsReadBackSaturateAndBadTextChangesNothing)
+TEST(NumericParams, TextFormsReadBackAndBadTextChangesNothing)
 {
     auto i = makeInt(7);
     for (const wchar_t* bad : {L"", L"abc", L"12abc", L"--4", L"4 4", L"\u0663"})
@@ -211,8 +217,10 @@ TEST(NumericParams, TextFormsReadBackSaturateAndBadTextChangesNothing)
         ASSERT_TRUE(copy->setValueFromString(d->getValueAsString()));
         EXPECT_EQ(copy->getValue(), v);
     }
+}
 
-    // Integer text saturates at the edges of 64 bits.
+TEST(ParamText, IntegersSaturateAtTheEdgesOf64Bits)
+{
     EXPECT_EQ(ParamText::readInteger(L"-9223372036854775808"), std::numeric_limits<int64_t>::min());
     EXPECT_EQ(ParamText::readInteger(L"9223372036854775807"), std::numeric_limits<int64_t>::max());
     EXPECT_EQ(ParamText::readInteger(L"9223372036854775808"), std::numeric_limits<int64_t>::max());
@@ -225,21 +233,24 @@ TEST(NumericParams, TextFormsReadBackSaturateAndBadTextChangesNothing)
 TEST(BoolParam, TextForms)
 {
     auto b = Cv::make<BoolParam>(L"Enabled", "enabled", ResId(), false);
+    EXPECT_EQ(b->getValueTypeName(), "bool");
     EXPECT_EQ(b->getValueAsString(), L"false");
-    // Text, whether it is read, the value afterwards.
-    const std::tuple<const wchar_t*, bool, bool> rows[] = {
-        {L"1", true, true}, {L"0", true, false}, {L"TRUE", true, true}, {L"yes", false, true}, {L"2", false, true}};
-    for (const auto& [text, read, value] : rows) {
-        EXPECT_EQ(b->setValueFromString(text), read) << toUTF8(std::wstring_view(text)).c_str();
-        EXPECT_EQ(b->getValue(), value);
-    }
+    EXPECT_TRUE(b->setValueFromString(L"1"));
     EXPECT_EQ(b->getValueAsString(), L"true");
+    EXPECT_TRUE(b->setValueFromString(L"0"));
+    EXPECT_FALSE(b->getValue());
+    EXPECT_TRUE(b->setValueFromString(L"TRUE"));
+    EXPECT_TRUE(b->getValue());
+    EXPECT_FALSE(b->setValueFromString(L"yes"));
+    EXPECT_FALSE(b->setValueFromString(L"2"));
+    EXPECT_TRUE(b->getValue());
 }
 
 TEST(ChoiceParam, ValueNotPositionIsTheTextForm)
 {
     const std::vector<ChoiceParam::Choice> sizes = {{L"Small", 10}, {L"Medium", 20}, {L"Large", 2}};
     auto c = Cv::make<ChoiceParam>(L"Size", "size", ResId(), 20u, sizes);
+    EXPECT_EQ(c->getValueTypeName(), "choice");
     EXPECT_EQ(c->getValueAsString(), L"20");
     EXPECT_EQ(c->getSelectedLabel(), L"Medium");
 
@@ -254,7 +265,8 @@ TEST(ChoiceParam, ValueNotPositionIsTheTextForm)
     EXPECT_FALSE(c->setValueFromString(L"Small"));
     EXPECT_EQ(c->getValue(), 2u);
 
-    auto none = Cv::make<ChoiceParam>(L"Empty", "empty", ResId(), ChoiceParam::noChoice, decltype(sizes){});
+    auto none = Cv::make<ChoiceParam>(L"Empty", "empty", ResId(), ChoiceParam::noChoice,
+                                      std::vector<ChoiceParam::Choice>{});
     EXPECT_EQ(none->getValueAsString(), L"4294967295");
     EXPECT_EQ(none->getSelectedLabel(), L"");
     EXPECT_FALSE(none->setValue(0));
@@ -263,8 +275,10 @@ TEST(ChoiceParam, ValueNotPositionIsTheTextForm)
 TEST(ValuelessParams, LabelsAndActionsHoldNothingAndActionsRunTheirCallback)
 {
     auto label = Cv::make<LabelParam>(L"<b>Note</b>", "note", ResId(12));
+    EXPECT_EQ(label->getValueTypeName(), "label");
     EXPECT_FALSE(label->setValueFromString(L"x"));
     EXPECT_EQ(label->getValueAsString(), L"");
+    EXPECT_EQ(label->getTooltip(), ResId(12));
 
     auto level = makeInt(1);
     LightweightVector<Cv::Ptr<iParam>> all{Cv::Ptr<iParam>(level), Cv::Ptr<iParam>(label)};
@@ -274,6 +288,7 @@ TEST(ValuelessParams, LabelsAndActionsHoldNothingAndActionsRunTheirCallback)
             changed |= p->getValueTypeName() == "int" && p->setValueFromString(L"0");
         return changed;
     });
+    EXPECT_EQ(reset->getValueTypeName(), "action");
     EXPECT_TRUE(reset->invoke(all));
     EXPECT_EQ(level->getValue(), 0);
     EXPECT_FALSE(Cv::make<ActionParam>(L"Nothing", "nothing", ResId(), nullptr)->invoke(all));

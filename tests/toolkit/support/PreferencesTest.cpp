@@ -66,8 +66,8 @@ TEST(Preferences, TypedValuesReadBackAndForeignTextGivesTheDefault)
     // Text that is not of the asked type answers the default.
     EXPECT_EQ(back.getPreference("file type", 7), 7);
     EXPECT_EQ(back.getPreference("file type", 2.5), 2.5);
-    EXPECT_EQ(std::pair(back.getPreference("file type", true), back.getPreference("file type", false)),
-        std::pair(true, false));
+    EXPECT_TRUE(back.getPreference("file type", true));
+    EXPECT_FALSE(back.getPreference("file type", false));
     EXPECT_EQ(back.getPreference("double", 3), 3); // "0.1" is not an integer
 
     Preferences words(folder.file("words"));
@@ -77,13 +77,20 @@ TEST(Preferences, TypedValuesReadBackAndForeignTextGivesTheDefault)
     EXPECT_TRUE(words.getPreference("yes", false));
     EXPECT_FALSE(words.getPreference("off", true));
     EXPECT_EQ(words.getPreference("huge", -1), -1);
+}
 
-    // Removal is written too, and answers whether the key was there.
-    EXPECT_TRUE(words.removePreference("off"));
-    EXPECT_FALSE(words.removePreference("off"));
-    const Preferences wordsBack(folder.file("words"));
-    EXPECT_FALSE(wordsBack.hasPreference("off"));
-    EXPECT_TRUE(wordsBack.hasPreference("yes"));
+TEST(Preferences, RemoveIsWrittenAndAnswersWhetherTheKeyWasThere)
+{
+    ScratchFolder folder;
+    Preferences preferences(folder.file("preferences"));
+    preferences.setPreference("UI : Hinted 7", true);
+    preferences.setPreference("UI : Hinted 8", true);
+    EXPECT_TRUE(preferences.removePreference("UI : Hinted 7"));
+    EXPECT_FALSE(preferences.removePreference("UI : Hinted 7"));
+
+    const Preferences back(folder.file("preferences"));
+    EXPECT_FALSE(back.hasPreference("UI : Hinted 7"));
+    EXPECT_TRUE(back.hasPreference("UI : Hinted 8"));
 }
 
 TEST(Preferences, CorruptOrTruncatedFileKeepsEveryWellFormedLine)
@@ -115,7 +122,7 @@ TEST(Preferences, CorruptOrTruncatedFileKeepsEveryWellFormedLine)
     EXPECT_EQ(preferences.snapshot(), expected);
 }
 
-TEST(Preferences, MissingOrUnwritableFilesStillHoldValuesAndSetFileSwitchesWhatIsRead)
+TEST(Preferences, MissingOrUnwritableFileStillHoldsValuesForTheRun)
 {
     ScratchFolder folder;
     writeBytes(folder.file("a-file"), "x");
@@ -129,18 +136,6 @@ TEST(Preferences, MissingOrUnwritableFilesStillHoldValuesAndSetFileSwitchesWhatI
     Preferences nested(folder.file("one/two/preferences"));
     EXPECT_TRUE(nested.setPreference("key", 1));
     EXPECT_TRUE(fs::exists(folder.file("one/two/preferences")));
-
-    // setFile and reload switch what is read, and switching writes nothing.
-    writeBytes(folder.file("first"), "which=first\n");
-    writeBytes(folder.file("second"), "which=second\n");
-    Preferences switching(folder.file("first"));
-    EXPECT_EQ(switching.getPreference("which", ""), "first");
-    switching.setFile(folder.file("second"));
-    EXPECT_EQ(switching.getPreference("which", ""), "second");
-    writeBytes(folder.file("second"), "which=edited\n");
-    switching.reload();
-    EXPECT_EQ(switching.getPreference("which", ""), "edited");
-    EXPECT_EQ(readBytes(folder.file("first")), "which=first\n");
 }
 
 TEST(Preferences, AWriteInterruptedBeforeItsRenameLeavesTheOldFileReadable)
@@ -213,6 +208,21 @@ TEST(Preferences, ConcurrentWritersLoseNothing)
     for (auto& thread : threads)
         thread.join();
     EXPECT_EQ(Preferences(path).keys().size(), 60u);
+}
+
+TEST(Preferences, SetFileAndReloadSwitchWhatIsRead)
+{
+    ScratchFolder folder;
+    writeBytes(folder.file("first"), "which=first\n");
+    writeBytes(folder.file("second"), "which=second\n");
+    Preferences preferences(folder.file("first"));
+    EXPECT_EQ(preferences.getPreference("which", ""), "first");
+    preferences.setFile(folder.file("second"));
+    EXPECT_EQ(preferences.getPreference("which", ""), "second");
+    writeBytes(folder.file("second"), "which=edited\n");
+    preferences.reload();
+    EXPECT_EQ(preferences.getPreference("which", ""), "edited");
+    EXPECT_EQ(readBytes(folder.file("first")), "which=first\n"); // switching wrote nothing
 }
 
 TEST(Preferences, DefaultPathFollowsTheEnvironment)

@@ -5,25 +5,21 @@
 #include <stdexcept>
 #include <string>
 
-TEST(Shutdown, HigherPriorityFirstThenInOrderAddedAndRemovedOnesNever)
+TEST(Shutdown, HigherPriorityFirstThenInOrderAdded)
 {
     ShutdownSequence sequence;
     std::string order;
     sequence.add([&] { order += 'c'; }, 0);
     sequence.add([&] { order += 'a'; }, 100);
-    const auto removed = sequence.add([&] { order += 'X'; }, 50);
     sequence.add([&] { order += 'd'; }, 0);
     sequence.add([&] { order += 'b'; }, 50);
-    const auto last = sequence.add([&] { order += 'e'; }, -10);
-    EXPECT_TRUE(sequence.remove(removed));
-    EXPECT_FALSE(sequence.remove(removed));
+    sequence.add([&] { order += 'e'; }, -10);
 
     EXPECT_EQ(sequence.run(ShutdownSequence::normalExit), 5u);
     EXPECT_EQ(order, "abcde");
-    // Each runs once: a second run finds nothing, and what ran can no longer be removed.
+    // Each runs once: a second run finds nothing.
     EXPECT_EQ(sequence.run(ShutdownSequence::normalExit), 0u);
     EXPECT_EQ(order, "abcde");
-    EXPECT_FALSE(sequence.remove(last));
 }
 
 TEST(Shutdown, CallbackAddedDuringTheRunTakesItsPlaceByPriority)
@@ -42,6 +38,19 @@ TEST(Shutdown, CallbackAddedDuringTheRunTakesItsPlaceByPriority)
     EXPECT_EQ(sequence.run(ShutdownSequence::normalExit), 4u);
     EXPECT_EQ(order, "abcd");
     EXPECT_EQ(sequence.numPending(), 0u);
+}
+
+TEST(Shutdown, RemovedCallbackDoesNotRunAndRemovalAnswersOnce)
+{
+    ShutdownSequence sequence;
+    int runs = 0;
+    const auto gone = sequence.add([&] { runs += 100; }, 5);
+    const auto kept = sequence.add([&] { ++runs; }, 5);
+    EXPECT_TRUE(sequence.remove(gone));
+    EXPECT_FALSE(sequence.remove(gone));
+    sequence.run(ShutdownSequence::normalExit);
+    EXPECT_EQ(runs, 1);
+    EXPECT_FALSE(sequence.remove(kept)); // already ran
 }
 
 TEST(Shutdown, NestedRunAndThrowingCallbackDoNotStopTheSequence)

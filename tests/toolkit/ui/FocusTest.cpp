@@ -45,23 +45,21 @@ protected:
         }
     }
     Glob* focused() { return ui.screen().getFocus(); }
-    Glob* focusAfter(int key, int modifiers = 0)
-    {
-        ui.pressKey(key, modifiers);
-        return focused();
-    }
 };
 
 TEST_F(Focus, TabWalksTheStopsInOrderAndWrapsBothWays)
 {
-    ASSERT_EQ(focused(), nullptr);
-    EXPECT_EQ(focusAfter(Event::KeyTab), fields[0]) << "with nothing focused, the first stop";
-    EXPECT_EQ(focusAfter(Event::KeyTab), fields[1]);
-    EXPECT_EQ(focusAfter(Event::KeyTab), fields[2]);
-    EXPECT_EQ(focusAfter(Event::KeyTab), fields[3]);
-    EXPECT_EQ(focusAfter(Event::KeyTab), fields[0]) << "wrapped round";
-    EXPECT_EQ(focusAfter(Event::KeyBackTab), fields[3]);
-    EXPECT_EQ(focusAfter(Event::KeyTab, Event::Shift), fields[2]) << "shift+tab is back-tab";
+    ui.focus(fields[0]);
+    ui.pressKey(Event::KeyTab);
+    EXPECT_EQ(focused(), fields[1]);
+    ui.pressKey(Event::KeyTab);
+    ui.pressKey(Event::KeyTab);
+    ui.pressKey(Event::KeyTab);
+    EXPECT_EQ(focused(), fields[0]) << "wrapped round";
+    ui.pressKey(Event::KeyBackTab);
+    EXPECT_EQ(focused(), fields[3]);
+    ui.pressKey(Event::KeyTab, Event::Shift);
+    EXPECT_EQ(focused(), fields[2]) << "shift+tab is back-tab";
 }
 
 TEST_F(Focus, HiddenDisabledAndUnwillingWidgetsAreSkipped)
@@ -69,11 +67,13 @@ TEST_F(Focus, HiddenDisabledAndUnwillingWidgetsAreSkipped)
     fields[1]->setVisible(false);
     fields[2]->setActive(false, NoRedraw);
     ui.focus(fields[0]);
-    EXPECT_EQ(focusAfter(Event::KeyTab), fields[3]);
+    ui.pressKey(Event::KeyTab);
+    EXPECT_EQ(focused(), fields[3]);
 
     fields[2]->setActive(true, NoRedraw);
     fields[2]->wantsFocus = false;
-    EXPECT_EQ(focusAfter(Event::KeyBackTab), fields[0]);
+    ui.pressKey(Event::KeyBackTab);
+    EXPECT_EQ(focused(), fields[0]);
 
     // A stop inside a hidden parent is as hidden as the parent.
     auto* box = new ProbeGlob(100, 40);
@@ -126,3 +126,9 @@ TEST_F(Focus, StopsCanBeInsertedAndHostsAddTheirPartsInTheirOwnOrder)
     EXPECT_EQ(TabOrderManager::getTabStops(fields[0]).size(), 7u);
 }
 
+TEST_F(Focus, TabWithNothingFocusedStartsAtTheFirstStop)
+{
+    ASSERT_EQ(focused(), nullptr);
+    ui.pressKey(Event::KeyTab);
+    EXPECT_EQ(focused(), fields[0]);
+}

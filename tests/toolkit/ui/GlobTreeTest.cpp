@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <functional>
 #include <memory>
 #include <string>
@@ -43,21 +42,17 @@ private:
     IdStamp m_earlierStamp;
 };
 
-// Three children that each watch the sibling made before them.
-void addDyingChildren(Glob& parent, std::vector<std::string>& log)
-{
-    auto* first = parent.addChild(new DyingGlob(log, "first", nullptr), Glob::BottomLeft());
-    auto* second = parent.addChild(new DyingGlob(log, "second", static_cast<DyingGlob*>(first)), Glob::BottomLeft());
-    parent.addChild(new DyingGlob(log, "third", static_cast<DyingGlob*>(second)), Glob::BottomLeft());
-}
-
 } // namespace
 
 TEST(GlobTree, ChildrenDieLastFirstWhileEarlierSiblingsStillLive)
 {
     std::vector<std::string> log;
     auto* parent = new ProbeGlob(100, 100);
-    addDyingChildren(*parent, log);
+    auto* first = new DyingGlob(log, "first", nullptr);
+    auto* second = new DyingGlob(log, "second", first);
+    parent->addChild(first, Glob::BottomLeft());
+    parent->addChild(second, Glob::BottomLeft());
+    parent->addChild(new DyingGlob(log, "third", second), Glob::BottomLeft());
     delete parent;
     EXPECT_EQ(log, (std::vector<std::string> { "third saw second", "second saw first", "first" }));
 }
@@ -67,7 +62,11 @@ TEST(GlobTree, ChildrenRemovedDuringADispatchStillDieLastFirst)
     UiHarness ui;
     std::vector<std::string> log;
     auto* panel = ui.make<ProbeGlob>(ProbeGlob::InitArgs(100, 100));
-    addDyingChildren(*panel, log);
+    auto* first = new DyingGlob(log, "first", nullptr);
+    auto* second = new DyingGlob(log, "second", first);
+    panel->addChild(first, Glob::BottomLeft());
+    panel->addChild(second, Glob::BottomLeft());
+    panel->addChild(new DyingGlob(log, "third", second), Glob::BottomLeft());
     panel->onEvent = [&](ProbeGlob& self, const Event& e) {
         if (!e.isMessage())
             return;
@@ -80,7 +79,7 @@ TEST(GlobTree, ChildrenRemovedDuringADispatchStillDieLastFirst)
     EXPECT_EQ(log, (std::vector<std::string> { "third saw second dying", "second saw first dying", "first" }));
 }
 
-TEST(GlobTree, StoredPointersAndStampsTellADeadWidgetThroughManyBirthsAndDeaths)
+TEST(GlobTree, StoredPointersAndStampsTellADeadWidget)
 {
     auto* a = new ProbeGlob(10, 10);
     const IdStamp stamp = a->getIdStamp();
@@ -99,9 +98,11 @@ TEST(GlobTree, StoredPointersAndStampsTellADeadWidgetThroughManyBirthsAndDeaths)
 
     EXPECT_FALSE(is_good_glob_ptr(nullptr));
     EXPECT_FALSE(is_good_glob_ptr(reinterpret_cast<Glob*>(0x1230)));
+}
 
-    // The registry stays exact through many births and deaths; interleaving them exercises its probing and
-    // hole filling.
+TEST(GlobTree, LivenessRegistryStaysExactThroughManyBirthsAndDeaths)
+{
+    // Interleaved creation and destruction exercises the registry's probing and hole filling.
     std::vector<std::unique_ptr<ProbeGlob>> alive;
     std::vector<const Glob*> dead;
     for (int round = 0; round < 5000; ++round) {
@@ -114,11 +115,15 @@ TEST(GlobTree, StoredPointersAndStampsTellADeadWidgetThroughManyBirthsAndDeaths)
     }
     for (const auto& g : alive)
         ASSERT_TRUE(is_good_glob_ptr(g.get()));
-    // A dead widget's address reads as alive only if a living widget has taken it over.
-    for (const Glob* g : dead)
-        ASSERT_TRUE(!is_good_glob_ptr(g) || std::any_of(alive.begin(), alive.end(), [g](const auto& live) {
-            return live.get() == g;
-        }));
+    size_t deadSeenAlive = 0;
+    for (const Glob* g : dead) {
+        bool reused = false;
+        for (const auto& a : alive)
+            reused |= a.get() == g;
+        if (!reused && is_good_glob_ptr(g))
+            ++deadSeenAlive;
+    }
+    EXPECT_EQ(deadSeenAlive, 0u);
 }
 
 TEST(GlobTree, DetachGivesTheChildAwayAndCopiesAreNewWidgets)
@@ -142,7 +147,7 @@ TEST(GlobTree, DetachGivesTheChildAwayAndCopiesAreNewWidgets)
 // ---------------------------------------------------------------------------------------------------------
 // Named messages
 
-TEST(GlobMessages, CallMsgReachesTheParentOrAnOwnerWhileItLivesAndDeadTargetsHearNothing)
+TEST(GlobMessages, CallMsgReachesTheParentAsAMessageEvent)
 {
     ProbeGlob parent(100, 100);
     auto* child = parent.addWidget<ProbeGlob>(ProbeGlob::InitArgs(10, 10), Glob::BottomLeft());
@@ -153,28 +158,47 @@ TEST(GlobMessages, CallMsgReachesTheParentOrAnOwnerWhileItLivesAndDeadTargetsHea
     ASSERT_EQ(parent.messages.size(), 1u);
     EXPECT_EQ(parent.messages[0].name, "child_clicked");
     EXPECT_EQ(parent.messages[0].sender, child);
+}
 
-    // An explicit owner hears instead of the parent until it dies.
+TEST(GlobMessages, AnExplicitOwnerHearsInsteadOfTheParentUntilItDies)
+{
+    ProbeGlob parent(100, 100);
+    auto* child = parent.addWidget<ProbeGlob>(ProbeGlob::InitArgs(10, 10), Glob::BottomLeft());
     auto* listener = new ProbeGlob(10, 10);
     child->setOwner(listener);
     child->callMsg("to_owner");
     EXPECT_EQ(listener->messages.size(), 1u);
-    EXPECT_EQ(parent.messages.size(), 1u);
+    EXPECT_TRUE(parent.messages.empty());
 
     delete listener;
     EXPECT_EQ(child->owner(), &parent);
     child->callMsg("after_owner_died");
-    ASSERT_EQ(parent.messages.size(), 2u);
-    EXPECT_EQ(parent.messages[1].name, "after_owner_died");
+    ASSERT_EQ(parent.messages.size(), 1u);
+    EXPECT_EQ(parent.messages[0].name, "after_owner_died");
+}
 
-    // Messages to dead or missing targets go nowhere.
+TEST(GlobMessages, MessagesToDeadOrMissingTargetsGoNowhere)
+{
     ProbeGlob sender(10, 10);
-    EXPECT_TRUE(sender.sendMsg(listener, "lost"));
+    auto* target = new ProbeGlob(10, 10);
+    delete target;
+    EXPECT_TRUE(sender.sendMsg(target, "lost"));
     EXPECT_TRUE(sender.sendMsg(nullptr, "lost"));
     EXPECT_TRUE(sender.callMsg("no_owner")) << "a widget without parent or owner sends into the void";
 }
 
-TEST(GlobMessages, WidgetDestroyedInsideItsOwnOrItsParentsHandlerLivesUntilTheDispatchEnds)
+TEST(GlobMessages, SenderDestroyedByItsOwnerLearnsItFromCallMsg)
+{
+    UiHarness ui;
+    auto* child = ui.make<ProbeGlob>(ProbeGlob::InitArgs(20, 20));
+    ui.owner().onMessage = [](const RecordingOwner::Received& r) { Glob::destroy(r.sender); };
+    EXPECT_FALSE(child->callMsg("please_remove_me"));
+    EXPECT_FALSE(is_good_glob_ptr(child));
+    EXPECT_EQ(ui.owner().numChildren(), 0u);
+    EXPECT_EQ(ui.owner().count("please_remove_me"), 1u);
+}
+
+TEST(GlobMessages, WidgetDestroyedInsideItsOwnHandlerLivesUntilTheDispatchEnds)
 {
     UiHarness ui;
     auto* doomed = ui.make<ProbeGlob>(ProbeGlob::InitArgs(40, 40), Glob::BottomLeft(10, 10));
@@ -190,8 +214,11 @@ TEST(GlobMessages, WidgetDestroyedInsideItsOwnOrItsParentsHandlerLivesUntilTheDi
     EXPECT_TRUE(stillUsable);
     EXPECT_FALSE(is_good_glob_ptr(doomed));
     EXPECT_EQ(ui.owner().numChildren(), 0u);
+}
 
-    // A parent removing the clicked child from its message handler is just as safe.
+TEST(GlobMessages, ParentRemovingTheClickedChildFromAMessageHandlerIsSafe)
+{
+    UiHarness ui;
     auto* button = ui.make<ProbeGlob>(ProbeGlob::InitArgs(40, 20), Glob::BottomLeft(10, 10));
     int reportsAfterDeath = 0;
     button->onEvent = [&](ProbeGlob& self, const Event& e) {
@@ -205,16 +232,15 @@ TEST(GlobMessages, WidgetDestroyedInsideItsOwnOrItsParentsHandlerLivesUntilTheDi
     ui.click(button);
     EXPECT_EQ(reportsAfterDeath, 0);
     EXPECT_FALSE(is_good_glob_ptr(button));
-    EXPECT_EQ(ui.owner().numChildren(), 0u);
     EXPECT_EQ(ui.owner().count("button_pressed"), 1u);
 }
 
 // ---------------------------------------------------------------------------------------------------------
 // GlobManager
 
-TEST(GlobManagerTest, MakesRegisteredTypesByNameFindsNamedWidgetsAndKeepsPanelsOnTheScreen)
+TEST(GlobManagerTest, MakesRegisteredTypesByNameAndFindsNamedWidgets)
 {
-    UiHarness ui(800, 600);
+    UiHarness ui;
     ASSERT_TRUE(GlobManager::registerType("probe",
         [](const GlobCreationInfo& info) { return new ProbeGlob(ProbeGlob::InitArgs(info.width, info.height)); }));
     EXPECT_FALSE(GlobManager::registerType("", [](const GlobCreationInfo&) { return nullptr; }));
@@ -235,8 +261,11 @@ TEST(GlobManagerTest, MakesRegisteredTypesByNameFindsNamedWidgetsAndKeepsPanelsO
     Glob::destroy(made);
     EXPECT_EQ(GlobManager::find("trash"), nullptr);
     GlobManager::unregisterType("probe");
+}
 
-    // Safe positions keep panels on the screen.
+TEST(GlobManagerTest, SafePositionsKeepPanelsOnTheScreen)
+{
+    UiHarness ui(800, 600);
     const int margin = UifStd::getWindowArrangement().screenMargin;
     EXPECT_EQ(
         GlobManager::getSafePosForGlob({ 790, 590 }, { 100, 50 }), XY<int>(800 - margin - 100, 600 - margin - 50));

@@ -8,7 +8,6 @@
 
 #include <cmath>
 #include <limits>
-#include <tuple>
 
 namespace {
 
@@ -23,25 +22,24 @@ WidgetPosition at(WidgetPosition::Kind kind, int x, int y, WidgetAlignment align
 
 TEST(PlacementGeometry, UserAreaFormsMeasureFromTheirOwnCorner)
 {
-    // Top-left offsets run downward: 5 down from the top edge at 120 leaves the child's top at 115. RightCentre
-    // puts the right edge 12 inside the user area's; Absolute ignores the user area altogether.
-    const std::tuple<WidgetPosition::Kind, XY<int>, XY<int>> rows[] = {{WidgetPosition::TopLeft, {4, 5}, {14, 105}},
-        {WidgetPosition::BottomLeft, {4, 5}, {14, 25}}, {WidgetPosition::Centre, {0, 0}, {95, 65}},
-        {WidgetPosition::Centre, {3, -2}, {98, 63}}, {WidgetPosition::RightCentre, {12, 0}, {168, 65}},
-        {WidgetPosition::Absolute, {-3, 7}, {-3, 7}}};
-    for (const auto& [kind, offset, expected] : rows)
-        EXPECT_EQ(Placement::resolve(at(kind, offset.x, offset.y), {30, 10}, area, nullptr), expected) << int(kind);
+    const XY<int> size(30, 10);
+    // Top-left offsets run downward: 5 down from the top edge at 120 leaves the child's top at 115.
+    EXPECT_EQ(Placement::resolve(at(WidgetPosition::TopLeft, 4, 5), size, area, nullptr), XY<int>(14, 105));
+    EXPECT_EQ(Placement::resolve(at(WidgetPosition::BottomLeft, 4, 5), size, area, nullptr), XY<int>(14, 25));
+    EXPECT_EQ(Placement::resolve(at(WidgetPosition::Centre, 0, 0), size, area, nullptr), XY<int>(95, 65));
+    EXPECT_EQ(Placement::resolve(at(WidgetPosition::Centre, 3, -2), size, area, nullptr), XY<int>(98, 63));
+    // Right edge 12 inside the user area's right edge, centred vertically.
+    EXPECT_EQ(Placement::resolve(at(WidgetPosition::RightCentre, 12, 0), size, area, nullptr), XY<int>(168, 65));
+    // Absolute ignores the user area altogether.
+    EXPECT_EQ(Placement::resolve(at(WidgetPosition::Absolute, -3, 7), size, area, nullptr), XY<int>(-3, 7));
 }
 
-TEST(PlacementGeometry, BelowAndRightOfLineUpBySiblingOrUserArea)
+TEST(PlacementGeometry, BelowLinesUpAcrossBySiblingOrUserArea)
 {
     const GlobBox sibling(40, 80, 140, 100); // 100 wide
     const XY<int> size(20, 10);
     auto below = [&](WidgetAlignment a) {
         return Placement::resolve(at(WidgetPosition::Below, 0, 4, a), size, area, &sibling);
-    };
-    auto rightOf = [&](WidgetAlignment a) {
-        return Placement::resolve(at(WidgetPosition::RightOf, 6, 0, a), size, area, &sibling);
     };
     EXPECT_EQ(below({ WidgetAlignment::Start }), XY<int>(40, 66));
     EXPECT_EQ(below({ WidgetAlignment::Centre }), XY<int>(80, 66));
@@ -53,26 +51,46 @@ TEST(PlacementGeometry, BelowAndRightOfLineUpBySiblingOrUserArea)
     EXPECT_EQ(below({ WidgetAlignment::Fraction, false, std::numeric_limits<float>::quiet_NaN() }), XY<int>(40, 66));
     // With nothing to go below, the child starts at the top of the user area.
     EXPECT_EQ(Placement::resolve(at(WidgetPosition::Below, 0, 4), size, area, nullptr), XY<int>(10, 110));
-    // Right of the sibling, tops line up by default and bottoms at the end.
-    EXPECT_EQ(rightOf({}), XY<int>(146, 90));
-    EXPECT_EQ(rightOf({ WidgetAlignment::End }), XY<int>(146, 80));
-    EXPECT_EQ(rightOf({ WidgetAlignment::Centre }), XY<int>(146, 85));
+}
+
+TEST(PlacementGeometry, RightOfLinesUpTopsByDefaultAndBottomsAtEnd)
+{
+    const GlobBox sibling(40, 80, 140, 100);
+    const XY<int> size(20, 10);
+    EXPECT_EQ(Placement::resolve(at(WidgetPosition::RightOf, 6, 0), size, area, &sibling), XY<int>(146, 90));
+    EXPECT_EQ(Placement::resolve(at(WidgetPosition::RightOf, 6, 0, { WidgetAlignment::End }), size, area, &sibling),
+        XY<int>(146, 80));
+    EXPECT_EQ(Placement::resolve(at(WidgetPosition::RightOf, 6, 0, { WidgetAlignment::Centre }), size, area, &sibling),
+        XY<int>(146, 85));
+}
+
+TEST(PlacementGeometry, SiblingReplacesUserAreaForCornerForms)
+{
+    WidgetPosition centred = at(WidgetPosition::Centre, 0, 0);
+    const GlobBox sibling(100, 40, 140, 60);
+    EXPECT_EQ(Placement::resolve(centred, { 10, 10 }, area, &sibling), XY<int>(115, 45));
 }
 
 TEST(PlacementGeometry, KeepInsideMovesTheLeastAndKeepsTopLeftOfOversizedBoxes)
 {
-    // The last row is larger than the screen: its left and top edges stay reachable.
-    const std::pair<GlobBox, GlobBox> rows[] = {{{90, 70, 120, 90}, {70, 60, 100, 80}},
-        {{-5, -5, 10, 10}, {0, 0, 15, 15}}, {{20, 20, 30, 30}, {20, 20, 30, 30}}, {{50, 50, 250, 250}, {0, -120, 200, 80}}};
-    for (const auto& [box, expected] : rows)
-        EXPECT_EQ(Placement::keepInside(box, GlobBox(0, 0, 100, 80)), expected) << box.left() << "," << box.bottom();
+    const GlobBox screen(0, 0, 100, 80);
+    EXPECT_EQ(Placement::keepInside(GlobBox(90, 70, 120, 90), screen), GlobBox(70, 60, 100, 80));
+    EXPECT_EQ(Placement::keepInside(GlobBox(-5, -5, 10, 10), screen), GlobBox(0, 0, 15, 15));
+    EXPECT_EQ(Placement::keepInside(GlobBox(20, 20, 30, 30), screen), GlobBox(20, 20, 30, 30));
+    // Larger than the screen: the left and top edges stay reachable.
+    const GlobBox huge = Placement::keepInside(GlobBox(50, 50, 250, 250), screen);
+    EXPECT_EQ(huge.left(), 0);
+    EXPECT_EQ(huge.top(), 80);
+    EXPECT_EQ(huge.size(), XY<int>(200, 200));
 }
 
 TEST(PlacementGeometry, InsetNeverTurnsInsideOut)
 {
     EXPECT_EQ(Placement::inset(GlobBox(0, 0, 100, 50), 3, 3, 3, 22), GlobBox(3, 3, 97, 28));
     const GlobBox squashed = Placement::inset(GlobBox(0, 0, 10, 10), 8, 8, 8, 8);
-    EXPECT_TRUE(squashed.empty() && squashed.left() <= squashed.right() && squashed.bottom() <= squashed.top());
+    EXPECT_TRUE(squashed.empty());
+    EXPECT_LE(squashed.left(), squashed.right());
+    EXPECT_LE(squashed.bottom(), squashed.top());
 }
 
 // ---------------------------------------------------------------------------------------------------------
@@ -121,7 +139,7 @@ TEST_F(GlobPlacement, CornerFormsAndRightOf)
     EXPECT_EQ(mid->getPosition(), XY<int>(90, 55));
 }
 
-TEST_F(GlobPlacement, ReanchoringMovesLaterRowsAndRemovingASiblingLeavesThemWhereTheyAre)
+TEST_F(GlobPlacement, ReanchoringLetsTwoRowsShareOnePlaceAndLaterRowsFollow)
 {
     // Alternatives b and c: c is re-anchored below a, so it takes b's place; d was below c and moves up.
     Glob* a = panel->addChild(row(), Glob::UserTopLeft(0, 0));
@@ -137,14 +155,6 @@ TEST_F(GlobPlacement, ReanchoringMovesLaterRowsAndRemovingASiblingLeavesThemWher
     EXPECT_EQ(c->getPosition(), b->getPosition());
     EXPECT_EQ(d->getY(), dBefore + 24) << "one row's height plus the gap saved";
     EXPECT_EQ(panel->getWidget(c).position.sibling, a);
-
-    // Removing the sibling a row was placed against leaves that row where it is, now absolute.
-    const XY<int> where = d->getPosition();
-    panel->removeChild(c);
-    EXPECT_EQ(d->getPosition(), where);
-    EXPECT_EQ(panel->getWidget(d).position.kind, WidgetPosition::Absolute);
-    panel->layoutChildren();
-    EXPECT_EQ(d->getPosition(), where);
 }
 
 TEST_F(GlobPlacement, ResizingTheParentKeepsTopAnchoredRowsAtTheTop)
@@ -164,6 +174,19 @@ TEST_F(GlobPlacement, AddWidgetMakesTheChildAndRelativeFormsUseTheSibling)
     auto* inside = panel->addWidgetRelative<ProbeGlob>(ProbeGlob::InitArgs(20, 10), anchor, Glob::Centre(0, 0));
     ASSERT_EQ(inside->parent(), panel);
     EXPECT_EQ(inside->getPosition(), XY<int>(13 + 20, 13 + 15));
+}
+
+TEST_F(GlobPlacement, RemovingASiblingLeavesRowsPlacedAgainstItWhereTheyAre)
+{
+    panel->addChild(row(), Glob::UserTopLeft(0, 0));
+    Glob* b = panel->addChild(row(), Glob::Below(4));
+    Glob* c = panel->addChild(row(), Glob::Below(4));
+    const XY<int> where = c->getPosition();
+    panel->removeChild(b);
+    EXPECT_EQ(c->getPosition(), where);
+    EXPECT_EQ(panel->getWidget(c).position.kind, WidgetPosition::Absolute);
+    panel->layoutChildren();
+    EXPECT_EQ(c->getPosition(), where);
 }
 
 TEST_F(GlobPlacement, RootPositionsResolveAgainstTheScreen)

@@ -9,6 +9,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+
 namespace {
 
 const Colour red = Colour::fromBytes(220, 30, 40);
@@ -35,8 +39,10 @@ TEST_F(Redraw, ADrawnRectangleReadsBackInItsColourWhereItWasPlaced)
     EXPECT_TRUE(ui.pixelAt(box, { 19, 9 }).isCloseTo(red));
     // One pixel outside on each side is the owner's background, so the box sits exactly where placed.
     const Colour background = ui.owner().getPalette().window();
-    for (XY<int> outside : { XY<int>(39, 30), XY<int>(60, 30), XY<int>(40, 29), XY<int>(40, 40) })
-        EXPECT_TRUE(ui.pixel(outside).isCloseTo(background)) << outside.x << "," << outside.y;
+    EXPECT_TRUE(ui.pixel({ 39, 30 }).isCloseTo(background));
+    EXPECT_TRUE(ui.pixel({ 60, 30 }).isCloseTo(background));
+    EXPECT_TRUE(ui.pixel({ 40, 29 }).isCloseTo(background));
+    EXPECT_TRUE(ui.pixel({ 40, 40 }).isCloseTo(background));
 
     const Pictor::Image grabbed = pictor_getScreenRect(GlobBox(40, 30, 60, 40));
     ASSERT_FALSE(grabbed.isNull());
@@ -136,6 +142,18 @@ TEST_F(Redraw, UpdateDeferrerPostponesPaintingToTheEndOfTheOutermostScope)
     }
     EXPECT_EQ(box->paints, paints + 1);
     EXPECT_FALSE(ui.screen().needsPaint());
+}
+
+TEST_F(Redraw, TheScreenSavesAsAPng)
+{
+    colour(10, 10, 20, 20, red);
+    const std::filesystem::path path = std::filesystem::temp_directory_path() / "tessel-ui-redraw-test.png";
+    ASSERT_TRUE(ui.savePng(path.string()));
+    std::ifstream in(path, std::ios::binary);
+    char signature[8] = {};
+    in.read(signature, 8);
+    EXPECT_EQ(std::string(signature + 1, 3), "PNG");
+    std::filesystem::remove(path);
 }
 
 TEST(PaletteTest, ShadesRunFromDarkToLightAndChildPalettesOnlyLiftTheBackground)

@@ -6,7 +6,6 @@
 #include "toolkit/ui/Glob.h"
 #include "toolkit/ui/TabOrderable.h"
 
-#include <algorithm>
 #include <functional>
 #include <vector>
 
@@ -45,13 +44,17 @@ public:
 
     size_t countOf(int type) const
     {
-        const auto ofType = [&](const Event& e) { return e.type == type; };
-        return static_cast<size_t>(std::count_if(events.begin(), events.end(), ofType));
+        size_t n = 0;
+        for (const Event& e : events)
+            n += e.type == type ? 1 : 0;
+        return n;
     }
     const Event* lastOf(int type) const
     {
-        const auto it = std::find_if(events.rbegin(), events.rend(), [&](const Event& e) { return e.type == type; });
-        return it == events.rend() ? nullptr : &*it;
+        for (auto it = events.rbegin(); it != events.rend(); ++it)
+            if (it->type == type)
+                return &*it;
+        return nullptr;
     }
 
     struct Heard {

@@ -26,7 +26,7 @@ protected:
     }
 };
 
-TEST_F(ButtonsTest, AClickTellsTheOwnerOnceAChangeOfMindTellsNobodyAndLatchingButtonsFlip)
+TEST_F(ButtonsTest, AClickTellsTheOwnerOnceAndAChangeOfMindTellsNobody)
 {
     Button* b = button();
     ui.click(b);
@@ -46,35 +46,11 @@ TEST_F(ButtonsTest, AClickTellsTheOwnerOnceAChangeOfMindTellsNobodyAndLatchingBu
     EXPECT_TRUE(b->isPressedNow());
     ui.release(b, XY<int>(10, 11));
     EXPECT_EQ(ui.owner().count(Button::clickMsg), 1u);
-
-    // Latching buttons flip their down state; code switches it silently.
-    ui.owner().clear();
-    b->setLatching(true);
-    ui.click(b);
-    EXPECT_TRUE(b->isDown());
-    ui.click(b);
-    EXPECT_FALSE(b->isDown());
-    EXPECT_EQ(ui.owner().count(Button::clickMsg), 2u);
-
-    b->setDown(true);
-    EXPECT_EQ(ui.owner().count(), 2u) << "set from code: silent";
-    // An ordinary button pressed by its owner stays down through clicks: only latching buttons flip.
-    Button* tool = button(L"Tool", 150);
-    tool->setDown(true);
-    ui.click(tool);
-    EXPECT_TRUE(tool->isDown());
 }
 
-TEST_F(ButtonsTest, SpaceAndReturnActivateTheFocusedButtonAndDisabledOrClickThroughButtonsDoNothing)
+TEST_F(ButtonsTest, DisabledOrClickThroughButtonsDoNothing)
 {
     Button* b = button();
-    ASSERT_TRUE(ui.focus(b));
-    ui.pressKey(' ');
-    ui.pressKey(Event::KeyReturn);
-    ui.pressKey('x');
-    EXPECT_EQ(ui.owner().count(Button::clickMsg), 2u);
-
-    ui.owner().clear();
     b->setEnabled(false);
     ui.click(b);
     ui.focus(b);
@@ -89,6 +65,16 @@ TEST_F(ButtonsTest, SpaceAndReturnActivateTheFocusedButtonAndDisabledOrClickThro
     b->setIgnoreMouseClicks(false);
     ui.click(b);
     EXPECT_EQ(ui.owner().count(), 1u);
+}
+
+TEST_F(ButtonsTest, SpaceAndReturnActivateTheFocusedButton)
+{
+    Button* b = button();
+    ASSERT_TRUE(ui.focus(b));
+    ui.pressKey(' ');
+    ui.pressKey(Event::KeyReturn);
+    ui.pressKey('x');
+    EXPECT_EQ(ui.owner().count(Button::clickMsg), 2u);
 
     // A click gives the focus, unless the button does not want it.
     Button* other = button(L"Other", 150);
@@ -118,17 +104,38 @@ TEST_F(ButtonsTest, ACallbackReplacesTheMessageAndMayDestroyTheButton)
     EXPECT_EQ(calls, 2);
     EXPECT_FALSE(is_good_glob_ptr(b));
     ui.step(); // painting after the destruction must not touch it
+}
 
-    // The owner may do the same from inside the message, after a latching button has flipped.
-    Button* latching = button(L"Latch", 150);
-    latching->setLatching(true);
+TEST_F(ButtonsTest, AnOwnerMayDestroyTheButtonFromInsideItsReport)
+{
+    Button* b = button();
+    b->setLatching(true);
     ui.owner().onMessage = [](const RecordingOwner::Received& r) { Glob::destroy(r.sender); };
-    ui.click(latching);
-    EXPECT_FALSE(is_good_glob_ptr(latching));
+    ui.click(b);
+    EXPECT_FALSE(is_good_glob_ptr(b));
     ui.step();
 }
 
-TEST_F(ButtonsTest, OwnMessagesDownColoursAutoFittedLabelsAndMadeByTypeName)
+TEST_F(ButtonsTest, LatchingButtonsFlipTheirDownStateAndCodeSwitchesItSilently)
+{
+    Button* b = button();
+    b->setLatching(true);
+    ui.click(b);
+    EXPECT_TRUE(b->isDown());
+    ui.click(b);
+    EXPECT_FALSE(b->isDown());
+    EXPECT_EQ(ui.owner().count(Button::clickMsg), 2u);
+
+    b->setDown(true);
+    EXPECT_EQ(ui.owner().count(), 2u) << "set from code: silent";
+    // An ordinary button pressed by its owner stays down through clicks: only latching buttons flip.
+    Button* tool = button(L"Tool", 150);
+    tool->setDown(true);
+    ui.click(tool);
+    EXPECT_TRUE(tool->isDown());
+}
+
+TEST_F(ButtonsTest, OwnMessagesAndDownColours)
 {
     Button* b = button();
     b->setMessage("apply_pressed");
@@ -141,25 +148,30 @@ TEST_F(ButtonsTest, OwnMessagesDownColoursAutoFittedLabelsAndMadeByTypeName)
     EXPECT_TRUE(ui.pixelAt(b, {4, 4}).isCloseTo(back, 2.0 / 255)) << "the down face is drawn in the down colour";
     b->setDown(false);
     EXPECT_FALSE(ui.pixelAt(b, {4, 4}).isCloseTo(back, 20.0 / 255));
+}
 
-    // The label set with setStringAuto decides the width.
-    b->setStringAuto(UIString(L"OK"));
+TEST_F(ButtonsTest, SetStringAutoFitsTheLabel)
+{
+    Button* b = button(L"OK");
     const int small = b->getWidth();
     b->setStringAuto(UIString(L"A much longer label than before"));
     EXPECT_GT(b->getWidth(), small + 100);
+    EXPECT_EQ(b->getWidth(), Button::calcWidth(UIString(L"A much longer label than before")));
     EXPECT_EQ(b->getHeight(), 22);
     b->setStringAuto(UIString(L"OK"));
-    EXPECT_EQ(b->getWidth(), Button::calcWidth(UIString(L"OK"))) << "and shrinks back";
+    EXPECT_EQ(b->getWidth(), Button::calcWidth(UIString(L"OK")));
+}
 
-    // Made by type name, with its label.
+TEST_F(ButtonsTest, MadeByTypeNameWithItsLabel)
+{
     GlobCreationInfo info(100, 22);
     info.typeName = "Button";
     info.config.set("label", "Render");
     std::unique_ptr<Glob> made(GlobManager::createGlob(info));
-    auto* named = dynamic_cast<Button*>(made.get());
-    ASSERT_NE(named, nullptr);
-    EXPECT_EQ(named->getString().getString(), L"Render");
-    EXPECT_EQ(named->idstring(), "Button");
+    auto* b = dynamic_cast<Button*>(made.get());
+    ASSERT_NE(b, nullptr);
+    EXPECT_EQ(b->getString().getString(), L"Render");
+    EXPECT_EQ(b->idstring(), "Button");
 }
 
 TEST_F(ButtonsTest, AnImageButtonScalesItsPictureInsideTheFaceKeepingItsShape)
@@ -196,7 +208,7 @@ protected:
     }
 };
 
-TEST_F(CheckboxTest, ClickOrSpaceTogglesAndTellsTheOwnerButDisabledBoxesIgnoreEverything)
+TEST_F(CheckboxTest, ClickOnTheBoxOrTheLabelTogglesAndTellsTheOwner)
 {
     Checkbox* c = box();
     ui.click(c, c->boxArea().centre());
@@ -212,32 +224,38 @@ TEST_F(CheckboxTest, ClickOrSpaceTogglesAndTellsTheOwnerButDisabledBoxesIgnoreEv
 
     ui.drag(c, c->boxArea().centre(), {300, 250});
     EXPECT_FALSE(c->getValue()) << "released elsewhere: no toggle";
+}
 
+TEST_F(CheckboxTest, SpaceTogglesAndDisabledBoxesIgnoreEverything)
+{
+    Checkbox* c = box();
     ui.focus(c);
     ui.pressKey(' ');
     EXPECT_TRUE(c->getValue());
     ui.pressKey(Event::KeyReturn);
     EXPECT_TRUE(c->getValue()) << "Return belongs to the panel (its do-it), not to the box";
-    EXPECT_EQ(ui.owner().count(), 3u);
-    c->setValue(false);
 
-    // Set from code: silent, yet the tick shows.
-    const Colour before = ui.pixelAt(c, c->boxArea().centre());
-    c->setValue(true);
-    EXPECT_EQ(ui.owner().count(), 3u);
-    EXPECT_FALSE(ui.pixelAt(c, c->boxArea().centre()).isCloseTo(before, 20.0 / 255)) << "the tick crosses the box's centre";
-
-    // Disabled, it ignores everything.
     c->setEnabled(false);
     ui.click(c);
     EXPECT_TRUE(c->getValue());
-    EXPECT_EQ(ui.owner().count(), 3u);
+    EXPECT_EQ(ui.owner().count(), 1u);
+}
+
+TEST_F(CheckboxTest, SetValueFromCodeIsSilentAndShowsTheTick)
+{
+    Checkbox* c = box();
+    const GlobBox b = c->boxArea();
+    const Colour before = ui.pixelAt(c, b.centre());
+    c->setValue(true);
+    EXPECT_EQ(ui.owner().count(), 0u);
+    EXPECT_FALSE(ui.pixelAt(c, b.centre()).isCloseTo(before, 20.0 / 255)) << "the tick crosses the box's centre";
 }
 
 TEST_F(CheckboxTest, WidthFitsTheLabelAndLabelFirstPutsTheBoxAfterIt)
 {
     EXPECT_GT(Checkbox::calcWidth(UIString(L"Do not show this again")), Checkbox::calcWidth(UIString(L"Off")) + 50);
-    EXPECT_LT(box(Checkbox::BoxFirst)->boxArea().left(), 10);
+    Checkbox* first = box(Checkbox::BoxFirst);
+    EXPECT_LT(first->boxArea().left(), 10);
     Checkbox* row = ui.make<Checkbox>(Checkbox::InitArgs(L"Enabled", true, Checkbox::LegendRow, 200, 22),
                                       Glob::BottomLeft(20, 150));
     EXPECT_GT(row->boxArea().left(), 30);
@@ -246,6 +264,7 @@ TEST_F(CheckboxTest, WidthFitsTheLabelAndLabelFirstPutsTheBoxAfterIt)
     EXPECT_TRUE(row->getLocalBox().contains(row->boxArea()));
     ui.click(row, row->boxArea().centre());
     EXPECT_FALSE(row->getValue());
+    (void)first;
 }
 
 // ---------------------------------------------------------------------------------------------------------
@@ -261,7 +280,7 @@ protected:
     }
 };
 
-TEST_F(RadioTest, OneSelectionAtATimeOneMessagePerChangeAndArrowsSkipDisabledButtons)
+TEST_F(RadioTest, OneSelectionAtATimeAndOneMessagePerChange)
 {
     RadioSet* r = set();
     ASSERT_EQ(r->numWidgets(), 3u);
@@ -282,10 +301,11 @@ TEST_F(RadioTest, OneSelectionAtATimeOneMessagePerChangeAndArrowsSkipDisabledBut
     r->select(-1, RadioSet::NotifyFlag);
     EXPECT_EQ(r->getSelected(), -1);
     EXPECT_EQ(ui.owner().count(), 2u);
+}
 
-    // Arrow keys move, skipping disabled buttons, and stop at the ends.
-    ui.owner().clear();
-    r->select(0);
+TEST_F(RadioTest, ArrowKeysMoveSkippingDisabledButtonsAndStopAtTheEnds)
+{
+    RadioSet* r = set();
     r->getWidget(size_t{1})->setEnabled(false);
     ui.focus(r->getWidget(size_t{0}));
     ui.pressKey(Event::KeyDown);

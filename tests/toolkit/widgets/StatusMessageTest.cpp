@@ -18,14 +18,6 @@ namespace {
 class StatusMessageTest : public ::testing::Test {
 protected:
     UiHarness ui{640, 480};
-
-    // Whether the message still lives once the clock has run on by `ms` and the loop has turned.
-    bool aliveAfter(double ms, const Glob* m, const IdStamp& stamp)
-    {
-        ui.advance(ms);
-        ui.step();
-        return is_good_glob_ptr(m, stamp);
-    }
 };
 
 TEST_F(StatusMessageTest, GoesAwayAfterItsTimeOnTheToolkitClock)
@@ -34,8 +26,12 @@ TEST_F(StatusMessageTest, GoesAwayAfterItsTimeOnTheToolkitClock)
     ASSERT_NE(m, nullptr);
     const IdStamp stamp = m->getIdStamp();
     EXPECT_TRUE(m->isShowing());
-    EXPECT_TRUE(aliveAfter(1999, m, stamp));
-    EXPECT_FALSE(aliveAfter(1, m, stamp));
+    ui.advance(1999);
+    ui.step();
+    EXPECT_TRUE(is_good_glob_ptr(m, stamp));
+    ui.advance(1);
+    ui.step();
+    EXPECT_FALSE(is_good_glob_ptr(m, stamp));
     ui.step(); // the screen paints without it
 }
 
@@ -43,7 +39,9 @@ TEST_F(StatusMessageTest, AClickDismissesItAndATimeoutOfZeroWaitsForOne)
 {
     StatusMessage* m = StatusMessage::make(UIString(L"Read me"), {100, 100}, 0.0);
     const IdStamp stamp = m->getIdStamp();
-    EXPECT_TRUE(aliveAfter(60 * 60 * 1000.0, m, stamp));
+    ui.advance(60 * 60 * 1000.0);
+    ui.step();
+    EXPECT_TRUE(is_good_glob_ptr(m, stamp));
     ui.click(m);
     EXPECT_FALSE(is_good_glob_ptr(m, stamp));
 }
@@ -59,8 +57,12 @@ TEST_F(StatusMessageTest, AddMessageAppendsGrowsAndRestartsTheTime)
     EXPECT_EQ(m->getText(), L"First\nSecond, a longer line that will have to wrap inside the message box width");
     EXPECT_GT(m->getHeight(), height + 20);
     EXPECT_EQ(m->getY(), bottom) << "it grows upward from its anchor";
-    EXPECT_TRUE(aliveAfter(900, m, stamp)) << "the time started again at the addition";
-    EXPECT_FALSE(aliveAfter(100, m, stamp));
+    ui.advance(900);
+    ui.step();
+    EXPECT_TRUE(is_good_glob_ptr(m, stamp)) << "the time started again at the addition";
+    ui.advance(100);
+    ui.step();
+    EXPECT_FALSE(is_good_glob_ptr(m, stamp));
 }
 
 TEST_F(StatusMessageTest, ThePointerRestingOnItHoldsTheTime)
@@ -68,10 +70,16 @@ TEST_F(StatusMessageTest, ThePointerRestingOnItHoldsTheTime)
     StatusMessage* m = StatusMessage::make(UIString(L"Hover me"), {100, 100}, 1000.0);
     const IdStamp stamp = m->getIdStamp();
     ui.moveTo(m);
-    EXPECT_TRUE(aliveAfter(5000, m, stamp));
+    ui.advance(5000);
+    ui.step();
+    EXPECT_TRUE(is_good_glob_ptr(m, stamp));
     ui.moveTo(&ui.owner(), XY<int>(5, 5));
-    EXPECT_TRUE(aliveAfter(999, m, stamp)) << "the full time again once the pointer leaves";
-    EXPECT_FALSE(aliveAfter(1, m, stamp));
+    ui.advance(999);
+    ui.step();
+    EXPECT_TRUE(is_good_glob_ptr(m, stamp)) << "the full time again once the pointer leaves";
+    ui.advance(1);
+    ui.step();
+    EXPECT_FALSE(is_good_glob_ptr(m, stamp));
 }
 
 // A message with a check box of its own, as a first-use hint has.

@@ -15,7 +15,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <initializer_list>
 #include <string>
 
 namespace {
@@ -48,22 +47,19 @@ protected:
     {
         return {static_cast<int>(b->xForPos(pos)), b->getHeight() / 2};
     }
-    // Presses each key in turn, all with the same modifiers.
-    void keys(std::initializer_list<int> pressed, int modifiers = 0)
-    {
-        for (int key : pressed)
-            ui.pressKey(key, modifiers);
-    }
 };
 
-TEST_F(TextBoxTest, TypingEditingCaretKeysAndScrollingToTheCaret)
+TEST_F(TextBoxTest, TypingEditingAndCaretKeys)
 {
     TextBoxBase* b = box();
     ui.typeText(L"hello world");
     EXPECT_EQ(b->getString(), L"hello world");
     EXPECT_EQ(ui.owner().count(TextBoxBase::changedMsg), 11u);
 
-    keys({Event::KeyHome, Event::KeyDelete, Event::KeyEnd, Event::KeyBackspace});
+    ui.pressKey(Event::KeyHome);
+    ui.pressKey(Event::KeyDelete);
+    ui.pressKey(Event::KeyEnd);
+    ui.pressKey(Event::KeyBackspace);
     EXPECT_EQ(b->getString(), L"ello worl");
     ui.pressKey(Event::KeyBackspace, Event::Ctrl);
     EXPECT_EQ(b->getString(), L"ello ") << "Ctrl+Backspace deletes the word before the caret";
@@ -79,28 +75,14 @@ TEST_F(TextBoxTest, TypingEditingCaretKeysAndScrollingToTheCaret)
     ui.pressKey(Event::KeyEscape);
     EXPECT_EQ(b->getString(), L"ello ");
     EXPECT_EQ(ui.owner().count(), heard);
-
-    // Long text scrolls to keep the caret in view.
-    TextBoxBase* narrow = box(L"", 60);
-    ui.typeText(L"a long line of text that cannot fit");
-    const GlobBox area = narrow->entryArea();
-    EXPECT_GT(narrow->getScrollOffset(), 0.0);
-    EXPECT_LE(narrow->xForPos(narrow->getCaretPos()), area.right());
-    ui.pressKey(Event::KeyHome);
-    EXPECT_DOUBLE_EQ(narrow->getScrollOffset(), 0.0);
-    EXPECT_GE(narrow->xForPos(0), area.left());
-    // Deleting the end brings hidden text back instead of leaving empty room.
-    ui.pressKey(Event::KeyEnd);
-    for (int i = 0; i < 30; ++i)
-        ui.pressKey(Event::KeyBackspace);
-    EXPECT_DOUBLE_EQ(narrow->getScrollOffset(), 0.0);
 }
 
-TEST_F(TextBoxTest, ShiftArrowsShiftClickDragAndDoubleClickSelectAndTheClipboardTakesTheSelection)
+TEST_F(TextBoxTest, ShiftArrowsShiftClickDragAndDoubleClickSelect)
 {
     TextBoxBase* b = box(L"alpha beta gamma");
     ui.pressKey(Event::KeyHome);
-    keys({Event::KeyRight, Event::KeyRight}, Event::Shift);
+    ui.pressKey(Event::KeyRight, Event::Shift);
+    ui.pressKey(Event::KeyRight, Event::Shift);
     EXPECT_EQ(b->getSelectedText(), L"al");
     ui.pressKey(Event::KeyRight);
     EXPECT_FALSE(b->hasSelection()) << "an arrow without Shift collapses the selection at its end";
@@ -120,67 +102,67 @@ TEST_F(TextBoxTest, ShiftArrowsShiftClickDragAndDoubleClickSelectAndTheClipboard
     EXPECT_EQ(b->getSelectedText(), L"alpha beta gamma");
     ui.typeText(L"x");
     EXPECT_EQ(b->getString(), L"x") << "typing replaces the selection";
+}
 
-    // The clipboard: copy, cut, and a paste filtered to what the box accepts.
-    TextBoxBase* c = box(L"one two");
-    keys({'a', 'c'}, Event::Ctrl);
+TEST_F(TextBoxTest, ClipboardCopyCutAndFilteredPaste)
+{
+    TextBoxBase* b = box(L"one two");
+    ui.pressKey('a', Event::Ctrl);
+    ui.pressKey('c', Event::Ctrl);
     EXPECT_EQ(ui.screen().getClipboardText(), L"one two");
 
     ui.pressKey(Event::KeyHome);
     ui.pressKey(Event::KeyRight, Event::Shift | Event::Ctrl);
     ui.pressKey('x', Event::Ctrl);
     EXPECT_EQ(ui.screen().getClipboardText(), L"one");
-    EXPECT_EQ(c->getString(), L" two");
+    EXPECT_EQ(b->getString(), L" two");
 
     // Newlines and tabs cannot live in one line; disallowed characters and the overflow are dropped too.
-    c->setMaxLength(8);
-    c->setAllowedChars(L" abcdefghijklmnopqrstuvwxyz");
+    b->setMaxLength(8);
+    b->setAllowedChars(L" abcdefghijklmnopqrstuvwxyz");
     ui.screen().setClipboardText(L"a1\nb\tc2defgh");
     ui.pressKey(Event::KeyEnd);
     ui.pressKey('v', Event::Ctrl);
-    EXPECT_EQ(c->getString(), L" twoabcd");
+    EXPECT_EQ(b->getString(), L" twoabcd");
     ui.typeText(L"z");
-    EXPECT_EQ(c->getString(), L" twoabcd") << "a full box refuses more";
+    EXPECT_EQ(b->getString(), L" twoabcd") << "a full box refuses more";
     ui.pressKey(Event::KeyBackspace);
     ui.typeText(L"9Z");
-    EXPECT_EQ(c->getString(), L" twoabc") << "digits and capitals are not allowed here";
+    EXPECT_EQ(b->getString(), L" twoabc") << "digits and capitals are not allowed here";
 }
 
-TEST_F(TextBoxTest, ObfuscatedBoxesRefuseCopyReadOnlyOnesRefuseEditsAndDisabledOnesIgnoreInput)
+TEST_F(TextBoxTest, ObfuscatedBoxesShowBulletsAndRefuseCopy)
 {
     TextBoxBase* plain = box(L"secret");
     TextBoxBase* b = box(L"secret");
     b->setObfuscatedDisplay(true);
     ui.screen().setClipboardText(L"before");
-    keys({'a', 'c', 'x'}, Event::Ctrl);
+    ui.pressKey('a', Event::Ctrl);
+    ui.pressKey('c', Event::Ctrl);
+    ui.pressKey('x', Event::Ctrl);
     EXPECT_EQ(ui.screen().getClipboardText(), L"before");
     EXPECT_EQ(b->getString(), L"secret") << "cut is refused too: it would be a copy";
     // Bullets are narrower than the letters, so the caret positions differ from the plain box's.
     EXPECT_NE(b->xForPos(6), plain->xForPos(6));
+}
 
-    // Read-only boxes select and copy but refuse edits.
-    TextBoxBase* fixed = box(L"fixed");
-    fixed->setEditable(false);
+TEST_F(TextBoxTest, ReadOnlyBoxesSelectAndCopyButRefuseEdits)
+{
+    TextBoxBase* b = box(L"fixed");
+    b->setEditable(false);
     ui.typeText(L"zz");
     ui.pressKey(Event::KeyBackspace);
     ui.screen().setClipboardText(L"pasted");
     ui.pressKey('v', Event::Ctrl);
-    EXPECT_EQ(fixed->getString(), L"fixed");
-    EXPECT_FALSE(fixed->isCaretShown());
-    keys({'a', 'c'}, Event::Ctrl);
+    EXPECT_EQ(b->getString(), L"fixed");
+    EXPECT_FALSE(b->isCaretShown());
+    ui.pressKey('a', Event::Ctrl);
+    ui.pressKey('c', Event::Ctrl);
     EXPECT_EQ(ui.screen().getClipboardText(), L"fixed");
     EXPECT_EQ(ui.owner().count(TextBoxBase::changedMsg), 0u);
-
-    // A disabled box takes neither the keys nor the focus.
-    TextBoxBase* disabled = box(L"kept");
-    disabled->setEnabled(false);
-    ui.typeText(L"x");
-    ui.click(disabled);
-    EXPECT_EQ(disabled->getString(), L"kept");
-    EXPECT_FALSE(disabled->hasFocus());
 }
 
-TEST_F(TextBoxTest, CommitOnReturnAndOnFocusLossAfterAChangeOnlyAndRequestedCallbacksReplaceTheMessage)
+TEST_F(TextBoxTest, CommitOnReturnAndOnFocusLossAfterAChangeOnly)
 {
     auto server = Cv::make<ValServer<WString>>(WString(L"start"));
     TextBoxBase* b = box();
@@ -207,13 +189,14 @@ TEST_F(TextBoxTest, CommitOnReturnAndOnFocusLossAfterAChangeOnlyAndRequestedCall
 
     server->setValue(WString(L"from code"));
     EXPECT_EQ(b->getString(), L"from code");
+}
 
-    // Requested callbacks replace the owner's message and survive the target's death.
+TEST_F(TextBoxTest, RequestedCallbacksReplaceTheOwnersMessageAndSurviveTheTargetsDeath)
+{
     auto* listener = new RecordingOwner(10, 10);
     ui.owner().addChild(listener, Glob::BottomLeft(400, 100));
-    TextBoxBase* cb = box();
-    ui.owner().clear();
-    cb->requestCallback("advance", listener, TextBoxBase::eCommit);
+    TextBoxBase* b = box();
+    b->requestCallback("advance", listener, TextBoxBase::eCommit);
     ui.typeText(L"a");
     ui.pressKey(Event::KeyReturn);
     EXPECT_EQ(listener->count("advance"), 1u);
@@ -229,9 +212,26 @@ TEST_F(TextBoxTest, CommitOnReturnAndOnFocusLossAfterAChangeOnlyAndRequestedCall
         if (r.name == TextBoxBase::changedMsg)
             Glob::destroy(r.sender);
     };
-    GlobWatch watch(cb);
+    GlobWatch watch(b);
     ui.typeText(L"xyz");
     EXPECT_FALSE(watch.alive());
+}
+
+TEST_F(TextBoxTest, LongTextScrollsToKeepTheCaretInView)
+{
+    TextBoxBase* b = box(L"", 60);
+    ui.typeText(L"a long line of text that cannot fit");
+    const GlobBox area = b->entryArea();
+    EXPECT_GT(b->getScrollOffset(), 0.0);
+    EXPECT_LE(b->xForPos(b->getCaretPos()), area.right());
+    ui.pressKey(Event::KeyHome);
+    EXPECT_DOUBLE_EQ(b->getScrollOffset(), 0.0);
+    EXPECT_GE(b->xForPos(0), area.left());
+    // Deleting the end brings hidden text back instead of leaving empty room.
+    ui.pressKey(Event::KeyEnd);
+    for (int i = 0; i < 30; ++i)
+        ui.pressKey(Event::KeyBackspace);
+    EXPECT_DOUBLE_EQ(b->getScrollOffset(), 0.0);
 }
 
 TEST_F(TextBoxTest, CaretBlinksOnTheToolkitClockAndGhostShowsOnlyWhenEmptyAndUnfocused)
@@ -263,10 +263,20 @@ TEST_F(TextBoxTest, CaretBlinksOnTheToolkitClockAndGhostShowsOnlyWhenEmptyAndUnf
     EXPECT_TRUE(samePixels(unfocusedWithGhost, ui.grab(b->getScreenBox()))) << "the ghost returns when emptied";
 }
 
+TEST_F(TextBoxTest, DisabledBoxesIgnoreInput)
+{
+    TextBoxBase* b = box(L"kept");
+    b->setEnabled(false);
+    ui.typeText(L"x");
+    ui.click(b);
+    EXPECT_EQ(b->getString(), L"kept");
+    EXPECT_FALSE(b->hasFocus());
+}
+
 // ---------------------------------------------------------------------------------------------------------
 // Title text box
 
-TEST_F(TextBoxTest, TitleTextBoxPutsTheEntryRightOfItsLegendAndItsAdvancingRowPerformsThePanelsAction)
+TEST_F(TextBoxTest, TitleTextBoxPutsTheEntryRightOfItsLegend)
 {
     auto* t = ui.make<TitleTextBox>(TitleTextBox::InitArgs(UIString(L"Name"), L"abc", 120, 200, 24),
                                     Glob::BottomLeft(10, 100));
@@ -278,12 +288,16 @@ TEST_F(TextBoxTest, TitleTextBoxPutsTheEntryRightOfItsLegendAndItsAdvancingRowPe
     ui.typeText(L"d");
     EXPECT_EQ(t->getString(), L"abcd");
     EXPECT_GE(t->xForPos(0), 80.0) << "text starts inside the entry, not under the legend";
+    t->setString(L"new");
+    EXPECT_EQ(t->getString(), L"new");
 
     auto* wide = ui.make<TitleTextBox>(TitleTextBox::InitArgs(UIString(L"X"), L"", 500, 100, 24),
                                        Glob::BottomLeft(10, 150));
     EXPECT_EQ(wide->entryArea().width(), 100) << "an entry wider than the box is clamped to it";
+}
 
-    // Committing an advancing row performs the panel's main action, and Tab commits too.
+TEST_F(TextBoxTest, CommittingAnAdvancingRowPerformsThePanelsMainActionAndTabCommitsToo)
+{
     StandardPanel::InitArgs args(L"Find", 320, 140, StandardPanel::NoWidgets, UifStd::getColourScheme());
     auto* panel = ui.make<StandardPanel>(args, Glob::BottomLeft(10, 10));
     auto* query = panel->addWidget<TitleTextBox>(TitleTextBox::InitArgs(UIString(L"Find"), L"", 200, 280, 24),
@@ -311,10 +325,11 @@ TEST_F(TextBoxTest, TitleTextBoxPutsTheEntryRightOfItsLegendAndItsAdvancingRowPe
 // ---------------------------------------------------------------------------------------------------------
 // Number box
 
-TEST_F(TextBoxTest, NumberBoxCorrectsOnCommitStepsWithArrowsAndFormatsDecimals)
+TEST_F(TextBoxTest, NumberBoxCorrectsOnCommitAndStepsWithArrows)
 {
     auto* n = ui.make<NumericTextBox>(NumericTextBox::InitArgs(5.0, 80, 24), Glob::BottomLeft(20, 100));
     n->setValueRange(10, 1);
+    EXPECT_EQ(n->getString(), L"5");
     auto server = Cv::make<ValServer<double>>(5.0);
     n->setDataAdaptor(makeServerAdaptor(server));
     ui.focus(n);
@@ -330,17 +345,26 @@ TEST_F(TextBoxTest, NumberBoxCorrectsOnCommitStepsWithArrowsAndFormatsDecimals)
     ui.pressKey(Event::KeyReturn);
     EXPECT_EQ(n->getString(), L"10") << "not a number: the last good value comes back";
 
-    keys({Event::KeyDown, Event::KeyDown});
+    ui.pressKey(Event::KeyDown);
+    ui.pressKey(Event::KeyDown);
     EXPECT_EQ(n->getString(), L"8");
     EXPECT_DOUBLE_EQ(server->getValue(), 8.0);
-    keys({Event::KeyUp, Event::KeyUp, Event::KeyUp});
+    ui.pressKey(Event::KeyUp);
+    ui.pressKey(Event::KeyUp);
+    ui.pressKey(Event::KeyUp);
     EXPECT_EQ(n->getString(), L"10") << "stepping stops at the maximum";
 
     ui.pressKey('a', Event::Ctrl);
     ui.typeText(L"2.7");
     EXPECT_EQ(n->getString(), L"27") << "whole-numbered boxes refuse the point";
 
-    // Decimals: formatted to the number asked for, and read strictly.
+    server->setValue(3.0);
+    EXPECT_EQ(n->getString(), L"3");
+}
+
+TEST_F(TextBoxTest, NumberBoxFormatsAndReadsDecimals)
+{
+    auto* n = ui.make<NumericTextBox>(NumericTextBox::InitArgs(0.0, 80, 24), Glob::BottomLeft(20, 100));
     n->setValueRange(-1.5, 2.25);
     n->setValue(0.1);
     EXPECT_EQ(n->getString(), L"0.1");
@@ -353,8 +377,10 @@ TEST_F(TextBoxTest, NumberBoxCorrectsOnCommitStepsWithArrowsAndFormatsDecimals)
     n->setDecimals(0);
     EXPECT_EQ(n->format(-0.2), L"0") << "no minus sign in front of a zero";
 
-    for (const wchar_t* bad : {L"inf", L"0x10", L"1e999", L"1..2"})
-        EXPECT_FALSE(NumericTextBox::parse(bad)) << bad;
+    EXPECT_FALSE(NumericTextBox::parse(L"inf"));
+    EXPECT_FALSE(NumericTextBox::parse(L"0x10"));
+    EXPECT_FALSE(NumericTextBox::parse(L"1e999"));
+    EXPECT_FALSE(NumericTextBox::parse(L"1..2"));
     EXPECT_DOUBLE_EQ(NumericTextBox::parse(L" -2.5e1 ").value_or(0), -25.0);
 }
 

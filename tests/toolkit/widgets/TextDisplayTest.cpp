@@ -11,9 +11,7 @@
 
 #include <gtest/gtest.h>
 
-#include <span>
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -27,18 +25,7 @@ HtmlDocument parse(std::wstring_view markup)
     return HTMLRenderer::parse(markup, scheme());
 }
 
-// The text of laid-out lines, fragment after fragment.
-template <class Lines>
-std::wstring textOf(const Lines& lines)
-{
-    std::wstring out;
-    for (const auto& line : lines)
-        for (const auto& fragment : line)
-            out += fragment.text;
-    return out;
-}
-
-TEST(HtmlParseTest, StylesColoursLinksEntitiesAndBreaksAreReadAndAnythingElseShownOrLeftOut)
+TEST(HtmlParseTest, StylesColoursAndLinksBecomeRuns)
 {
     const HtmlDocument doc = parse(L"a <b>bold <i>both</i></b> <font color=\"#ff8000\">warm</font> "
                                    L"<a href=\"https://x.org/?a=1&amp;b=2\">go</a>");
@@ -53,8 +40,10 @@ TEST(HtmlParseTest, StylesColoursLinksEntitiesAndBreaksAreReadAndAnythingElseSho
     EXPECT_EQ(doc.runs[6].href, L"https://x.org/?a=1&b=2");
     EXPECT_TRUE(doc.runs[6].colour == scheme().highlight());
     EXPECT_TRUE(doc.runs[0].href.empty());
+}
 
-    // Entities, spaces and breaks.
+TEST(HtmlParseTest, EntitiesSpacesAndBreaks)
+{
     EXPECT_EQ(parse(L"&lt;tag&gt; &amp; &quot;q&quot; &#65;&#x42; &nbsp; &bogus; & x").plainText(),
               L"<tag> & \"q\" AB &nbsp; &bogus; & x")
         << "the four named entities and numeric ones are read; anything else stays as typed";
@@ -63,8 +52,10 @@ TEST(HtmlParseTest, StylesColoursLinksEntitiesAndBreaksAreReadAndAnythingElseSho
     EXPECT_EQ(parse(L"<p>first</p><p>second</p>").plainText(), L"first\n\nsecond");
     EXPECT_EQ(parse(L"<p><p>x<br><p>y<br><br>").plainText(), L"x\n\ny")
         << "no blank line at the start, none doubled, and no break left dangling at the end";
+}
 
-    // Anything else is shown or left out, never refused.
+TEST(HtmlParseTest, AnythingElseIsShownOrLeftOutNeverRefused)
+{
     EXPECT_EQ(parse(L"1 < 2 and 3 <4").plainText(), L"1 < 2 and 3 <4") << "a '<' that opens no tag is text";
     EXPECT_EQ(parse(L"x <unclosed tag").plainText(), L"x <unclosed tag");
     EXPECT_EQ(parse(L"<table><tr>cell</tr></table><!-- note -->end").plainText(), L"cellend");
@@ -92,7 +83,10 @@ TEST(HtmlLayoutTest, WrapsAtSpacesAndKeepsStyledWordsWhole)
     const int width = f->pixelWidth(L"alpha bold") + 2;
     const auto lines = HTMLRenderer::layout(doc, width, font);
     ASSERT_EQ(lines.size(), 2u);
-    EXPECT_EQ(textOf(std::span(lines).first(1)), L"alpha bold");
+    std::wstring first;
+    for (const auto& fragment : lines[0])
+        first += fragment.text;
+    EXPECT_EQ(first, L"alpha bold");
     EXPECT_EQ(lines[1].front().text, L"gamma") << "no space at the start of a line";
     for (const auto& line : lines)
         for (const auto& fragment : line)
@@ -102,13 +96,17 @@ TEST(HtmlLayoutTest, WrapsAtSpacesAndKeepsStyledWordsWhole)
     const HtmlDocument longWord = parse(L"abcdefghijklmnopqrstuvwxyz");
     const auto broken = HTMLRenderer::layout(longWord, f->measureWidth(std::wstring_view(L"abcdefgh")), font);
     EXPECT_GE(broken.size(), 3u);
-    EXPECT_EQ(textOf(broken), L"abcdefghijklmnopqrstuvwxyz");
+    std::wstring all;
+    for (const auto& line : broken)
+        for (const auto& fragment : line)
+            all += fragment.text;
+    EXPECT_EQ(all, L"abcdefghijklmnopqrstuvwxyz");
     EXPECT_EQ(HTMLRenderer::calcNumDisplayLines(longWord, 0, font), 26) << "no room: one character a line";
     EXPECT_EQ(HTMLRenderer::calcNumDisplayLines(parse(L""), 100, font), 1);
     EXPECT_EQ(HTMLRenderer::calcNumDisplayLines(parse(L"a<p>b<br>c"), 100, font), 4);
 }
 
-TEST(HtmlRendererTest, ClickingALinkTellsTheOwnerItsAddressAndStyledTextIsDrawnInItsColours)
+TEST(HtmlRendererTest, ClickingALinkTellsTheOwnerItsAddress)
 {
     UiHarness ui(400, 200);
     auto* r = ui.make<HTMLRenderer>(
@@ -139,27 +137,31 @@ TEST(HtmlRendererTest, ClickingALinkTellsTheOwnerItsAddressAndStyledTextIsDrawnI
     EXPECT_EQ(ui.owner().count(), 1u);
     EXPECT_FALSE(HTMLRenderer::isLinkMsg("html_link"));
     EXPECT_FALSE(HTMLRenderer::isLinkMsg("html_linker x"));
+}
 
-    // Styled text is drawn in its colours.
-    auto* red = ui.make<HTMLRenderer>(
-        HTMLRenderer::InitArgs(L"<font color=\"#ff0000\">██████</font>", 200, 30, scheme()), Glob::BottomLeft(10, 100));
+TEST(HtmlRendererTest, DrawsStyledTextInItsColours)
+{
+    UiHarness ui(400, 200);
+    auto* r = ui.make<HTMLRenderer>(
+        HTMLRenderer::InitArgs(L"<font color=\"#ff0000\">██████</font>", 200, 30, scheme()), Glob::BottomLeft(10, 10));
     // Somewhere in the block of full blocks the pixels are the colour asked for.
-    auto anyRed = [&] {
-        for (int x = 1; x < 40; ++x)
-            for (int y = 2; y < 28; ++y)
-                if (ui.pixelAt(red, {x, y}).isCloseTo(Colour::fromBytes(255, 0, 0), 0.05))
-                    return true;
-        return false;
-    };
-    EXPECT_TRUE(anyRed());
-    red->setEnabled(false);
-    EXPECT_FALSE(anyRed()) << "a disabled text is dimmed whatever its colour";
+    bool red = false;
+    for (int x = 1; x < 40 && !red; ++x)
+        for (int y = 2; y < 28 && !red; ++y)
+            red = ui.pixelAt(r, {x, y}).isCloseTo(Colour::fromBytes(255, 0, 0), 0.05);
+    EXPECT_TRUE(red);
+    r->setEnabled(false);
+    bool stillRed = false;
+    for (int x = 1; x < 40 && !stillRed; ++x)
+        for (int y = 2; y < 28 && !stillRed; ++y)
+            stillRed = ui.pixelAt(r, {x, y}).isCloseTo(Colour::fromBytes(255, 0, 0), 0.05);
+    EXPECT_FALSE(stillRed) << "a disabled text is dimmed whatever its colour";
 }
 
 // ---------------------------------------------------------------------------------------------------------
 // Labels and text blocks
 
-TEST(TextBlockTest, HeightForLinesGrowsByTheLineHeightAndShowsTheLastLine)
+TEST(TextBlockTest, HeightForLinesGrowsByTheLineHeight)
 {
     const Cv::Ptr<Pictor::Font> f = Pictor::loadFont(Pictor::FontDesc(getDefaultFontName(), 13));
     const int one = MultiLineTextBox::calcHeightForLines(1, 13, 6);
@@ -169,8 +171,10 @@ TEST(TextBlockTest, HeightForLinesGrowsByTheLineHeightAndShowsTheLastLine)
     EXPECT_EQ(MultiLineTextBox::calcHeightForLines(0, 13, 6), 6);
     EXPECT_EQ(MultiLineTextBox::calcHeightForLines(-4, 13, -1), 0);
     EXPECT_GT(MultiLineTextBox::calcHeightForLines(2, 26, 0), MultiLineTextBox::calcHeightForLines(2, 13, 0));
+}
 
-    // A wrapped block sized for its lines shows the last one.
+TEST(TextBlockTest, AWrappedBlockSizedForItsLinesShowsTheLastOne)
+{
     UiHarness ui(400, 300);
     const std::wstring text = L"one two three four five six seven eight nine ten eleven twelve";
     const int lines = WordWrappingTextRenderer::calcNumDisplayLines(text, UifStd::getDefaultFont(), 120.0);
@@ -188,7 +192,7 @@ TEST(TextBlockTest, HeightForLinesGrowsByTheLineHeightAndShowsTheLastLine)
     EXPECT_TRUE(ink);
 }
 
-TEST(TextBlockTest, LabelsAlignElideAndDimAndTextWidgetsAreMadeByTypeName)
+TEST(TextBlockTest, LabelsAlignElideAndDim)
 {
     UiHarness ui(400, 200);
     TextLabel::InitArgs args(UIString(L"Right"), 200, 24, scheme());
@@ -209,8 +213,9 @@ TEST(TextBlockTest, LabelsAlignElideAndDimAndTextWidgetsAreMadeByTypeName)
     EXPECT_FALSE(inkIn(120, 200));
 
     label->setColour(Colour::fromBytes(0, 255, 0));
+    EXPECT_TRUE(label->getTextColour() == Colour::fromBytes(0, 255, 0));
     label->setEnabled(false);
-    EXPECT_TRUE(label->getTextColour() == scheme().disabledText()) << "dimmed over its own colour";
+    EXPECT_TRUE(label->getTextColour() == scheme().disabledText());
 
     EXPECT_EQ(TextAlignment(2, 1), TextAlignment(TextAlignment::Right, TextAlignment::VCentre));
     EXPECT_EQ(TextAlignment(9, -3), TextAlignment()) << "values out of range fall back to the defaults";
@@ -218,8 +223,10 @@ TEST(TextBlockTest, LabelsAlignElideAndDimAndTextWidgetsAreMadeByTypeName)
     label->setWordWrap(true);
     label->setString(UIString(L"a long label that wraps onto several lines at this width"));
     EXPECT_GT(label->getNumLines(), 1);
+}
 
-    // Every text widget is made by its type name.
+TEST(TextBlockTest, TextWidgetsAreMadeByTypeName)
+{
     for (const char* type : {"TextBoxBase", "TitleTextBox", "NumericTextBox", "CustomTextBox", "TextLabel",
                              "MultiLineTextBox", "HTMLRenderer"}) {
         GlobCreationInfo info(120, 24);

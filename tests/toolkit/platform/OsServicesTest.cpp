@@ -68,18 +68,22 @@ TEST(OsServices, FileUriEscapesEverythingButPlainCharacters)
 
 TEST(OsServices, TellsAddressesFromPaths)
 {
-    for (const wchar_t* uri : {L"https://example.org/a?b=c", L"mailto:someone@example.org", L"svn+ssh://host/repo"})
-        EXPECT_TRUE(OsServices::looksLikeUri(uri)) << uri;
-    for (const wchar_t* path : {L"/tmp/odd:name", L"C:\\media", L"two words:x", L"1http://x", L""})
-        EXPECT_FALSE(OsServices::looksLikeUri(path)) << path;
+    EXPECT_TRUE(OsServices::looksLikeUri(L"https://example.org/a?b=c"));
+    EXPECT_TRUE(OsServices::looksLikeUri(L"mailto:someone@example.org"));
+    EXPECT_TRUE(OsServices::looksLikeUri(L"svn+ssh://host/repo"));
+    EXPECT_FALSE(OsServices::looksLikeUri(L"/tmp/odd:name"));
+    EXPECT_FALSE(OsServices::looksLikeUri(L"C:\\media"));
+    EXPECT_FALSE(OsServices::looksLikeUri(L"two words:x"));
+    EXPECT_FALSE(OsServices::looksLikeUri(L"1http://x"));
+    EXPECT_FALSE(OsServices::looksLikeUri(L""));
 }
 
 TEST(OsServices, ContainingFolder)
 {
-    const std::pair<const wchar_t*, const wchar_t*> cases[] = {
-        {L"/media/clip.mov", L"/media"}, {L"/media/cards/", L"/media"}, {L"/clip.mov", L"/"}, {L"clip.mov", L"."}};
-    for (const auto& [path, folder] : cases)
-        EXPECT_EQ(OsServices::containingFolder(path), LightweightString<wchar_t>(folder)) << path;
+    EXPECT_EQ(OsServices::containingFolder(L"/media/clip.mov"), LightweightString<wchar_t>(L"/media"));
+    EXPECT_EQ(OsServices::containingFolder(L"/media/cards/"), LightweightString<wchar_t>(L"/media"));
+    EXPECT_EQ(OsServices::containingFolder(L"/clip.mov"), LightweightString<wchar_t>(L"/"));
+    EXPECT_EQ(OsServices::containingFolder(L"clip.mov"), LightweightString<wchar_t>(L"."));
 }
 
 TEST(OsServices, OpensWithOneArgumentAndNoShell)

@@ -66,10 +66,25 @@ struct SdlFixture : testing::Test {
 TEST_F(SdlFixture, MouseInputArrivesBottomUpWithTheRightButtons)
 {
     Recorder* r = showRecorder();
-    push(SDL_Event{.motion = {.type = SDL_MOUSEMOTION, .x = 10, .y = 20}});
-    push(SDL_Event{.button = {.type = SDL_MOUSEBUTTONDOWN, .button = SDL_BUTTON_RIGHT, .x = 10, .y = 20}});
-    push(SDL_Event{.button = {.type = SDL_MOUSEBUTTONUP, .button = SDL_BUTTON_RIGHT, .x = 10, .y = 20}});
-    push(SDL_Event{.wheel = {.type = SDL_MOUSEWHEEL, .y = -2, .mouseX = 10, .mouseY = 20}});
+    SDL_Event e{};
+    e.type = SDL_MOUSEMOTION;
+    e.motion.x = 10;
+    e.motion.y = 20;
+    push(e);
+    e = {};
+    e.type = SDL_MOUSEBUTTONDOWN;
+    e.button.button = SDL_BUTTON_RIGHT;
+    e.button.x = 10;
+    e.button.y = 20;
+    push(e);
+    e.type = SDL_MOUSEBUTTONUP;
+    push(e);
+    e = {};
+    e.type = SDL_MOUSEWHEEL;
+    e.wheel.y = -2;
+    e.wheel.mouseX = 10;
+    e.wheel.mouseY = 20;
+    push(e);
     screen->processEvents();
 
     EXPECT_EQ(screen->getMousePos(), XY<int>(10, height - 1 - 20));
@@ -92,11 +107,18 @@ TEST_F(SdlFixture, KeysAndTypedTextBecomeKeyEvents)
 {
     Recorder* r = showRecorder();
     ASSERT_TRUE(screen->setFocus(r));
-    push(SDL_Event{.key = {.type = SDL_KEYDOWN, .keysym = {.sym = SDLK_TAB, .mod = KMOD_LSHIFT}}});
-    push(SDL_Event{.key = {.type = SDL_KEYDOWN, .keysym = {.sym = SDLK_c, .mod = KMOD_LCTRL}}});
-    // A plain letter types text instead: no key event of its own.
-    push(SDL_Event{.key = {.type = SDL_KEYDOWN, .keysym = {.sym = SDLK_a, .mod = KMOD_NONE}}});
     SDL_Event e{};
+    e.type = SDL_KEYDOWN;
+    e.key.keysym.sym = SDLK_TAB;
+    e.key.keysym.mod = KMOD_LSHIFT;
+    push(e);
+    e.key.keysym.sym = SDLK_c;
+    e.key.keysym.mod = KMOD_LCTRL;
+    push(e);
+    e.key.keysym.sym = SDLK_a; // a plain letter types text instead: no key event of its own
+    e.key.keysym.mod = KMOD_NONE;
+    push(e);
+    e = {};
     e.type = SDL_TEXTINPUT;
     SDL_strlcpy(e.text.text, "\xc3\xa9z", sizeof e.text.text);
     push(e);
@@ -133,7 +155,10 @@ TEST_F(SdlFixture, ScreenFollowsTheWindowSize)
 {
     backend->setWindowSize({400, 300});
     // As when the user drags the window's frame.
-    push(SDL_Event{.window = {.type = SDL_WINDOWEVENT, .event = SDL_WINDOWEVENT_SIZE_CHANGED}});
+    SDL_Event e{};
+    e.type = SDL_WINDOWEVENT;
+    e.window.event = SDL_WINDOWEVENT_SIZE_CHANGED;
+    push(e);
     screen->processEvents();
     EXPECT_EQ(backend->getWindowSize(), XY<int>(400, 300));
     EXPECT_EQ(screen->getSize(), XY<int>(400, 300));
@@ -159,7 +184,10 @@ TEST_F(SdlFixture, RunEndsWhenTheLastPanelCloses)
     GlobManager::realize(panel);
     GlobWatch watch(panel);
     // A key reaches the topmost panel; Escape closes it, and with it the loop.
-    push(SDL_Event{.key = {.type = SDL_KEYDOWN, .keysym = {.sym = SDLK_ESCAPE}}});
+    SDL_Event e{};
+    e.type = SDL_KEYDOWN;
+    e.key.keysym.sym = SDLK_ESCAPE;
+    push(e);
     EXPECT_GE(SdlBackend::run(*screen), 1);
     EXPECT_FALSE(watch.alive());
 }
@@ -167,7 +195,9 @@ TEST_F(SdlFixture, RunEndsWhenTheLastPanelCloses)
 TEST_F(SdlFixture, RunEndsWhenTheWindowIsClosed)
 {
     showRecorder();
-    push(SDL_Event{.type = SDL_QUIT});
+    SDL_Event e{};
+    e.type = SDL_QUIT;
+    push(e);
     EXPECT_EQ(SdlBackend::run(*screen), 1);
     EXPECT_EQ(screen->getTopLevels().size(), 1u);
 }

@@ -52,6 +52,7 @@ TEST_F(ScrollFixture, ContentHeightFollowsTheRows)
     build(20);
     EXPECT_EQ(panel->getContentHeight(), 20 * rowHeight + 19 * rowGap + UifStd::getRowGap());
     EXPECT_EQ(panel->getMaxScroll(), panel->getContentHeight() - panel->getViewportHeight());
+    EXPECT_EQ(panel->getScrollOffset(), 0);
     EXPECT_TRUE(fullyVisible(rows.front()));
     EXPECT_FALSE(fullyVisible(rows.back()));
 }
@@ -80,14 +81,18 @@ TEST_F(ScrollFixture, PagingKeysMoveTheViewAndClamp)
 {
     build(40);
     ASSERT_TRUE(ui.focus(panel));
-    const int page = panel->getViewportHeight();
-    const int end = panel->getMaxScroll();
-    const std::pair<int, int> keys[] = {{Event::KeyPageDown, page}, {Event::KeyEnd, end}, {Event::KeyPageDown, end},
-                                        {Event::KeyPageUp, end - page}, {Event::KeyHome, 0}, {Event::KeyPageUp, 0}};
-    for (const auto& [key, offset] : keys) {
-        ui.pressKey(key);
-        EXPECT_EQ(panel->getScrollOffset(), offset) << "key " << key;
-    }
+    ui.pressKey(Event::KeyPageDown);
+    EXPECT_EQ(panel->getScrollOffset(), panel->getViewportHeight());
+    ui.pressKey(Event::KeyEnd);
+    EXPECT_EQ(panel->getScrollOffset(), panel->getMaxScroll());
+    ui.pressKey(Event::KeyPageDown);
+    EXPECT_EQ(panel->getScrollOffset(), panel->getMaxScroll());
+    ui.pressKey(Event::KeyPageUp);
+    EXPECT_EQ(panel->getScrollOffset(), panel->getMaxScroll() - panel->getViewportHeight());
+    ui.pressKey(Event::KeyHome);
+    EXPECT_EQ(panel->getScrollOffset(), 0);
+    ui.pressKey(Event::KeyPageUp);
+    EXPECT_EQ(panel->getScrollOffset(), 0);
 }
 
 TEST_F(ScrollFixture, ShortContentDoesNotScroll)
@@ -103,10 +108,14 @@ TEST_F(ScrollFixture, ScrolledRowsAreClippedToTheViewport)
 {
     build(30);
     panel->scrollTo(panel->getMaxScroll() / 2);
-    // A row half way in lies behind the title bar; the title bar, in its own colour, must still be what shows there.
+    // A row half way in lies behind the title bar; the title bar must still be what shows there.
     const GlobBox bar = panel->getTitleBarBox();
     const XY<int> probe{bar.left() + 5, bar.bottom() + 2};
-    EXPECT_TRUE(ui.pixelAt(panel, probe).isCloseTo(panel->getPalette().titleBar(), 0.02));
+    const Colour got = ui.pixelAt(panel, probe);
+    const Colour want = panel->getPalette().titleBar();
+    EXPECT_NEAR(got.r(), want.r(), 0.02);
+    EXPECT_NEAR(got.g(), want.g(), 0.02);
+    EXPECT_NEAR(got.b(), want.b(), 0.02);
 }
 
 TEST_F(ScrollFixture, RowReachedWithTabIsScrolledIntoView)

@@ -44,14 +44,11 @@ XY<int> titlePoint(const StandardPanel* panel)
     return panel->getTitleBarBox().centre();
 }
 
-struct StandardPanelTest : testing::Test {
-    UiHarness ui;
-};
-
 } // namespace
 
-TEST_F(StandardPanelTest, DraggingTheTitleBarMovesAMovablePanel)
+TEST(StandardPanel, DraggingTheTitleBarMovesAMovablePanel)
 {
+    UiHarness ui;
     auto* panel = ui.makeTopLevel<StandardPanel>(panelArgs(StandardPanel::CloseButton), {100, 100});
     const XY<int> from = titlePoint(panel);
     ui.drag(panel, from, {from.x + 50, from.y - 30});
@@ -62,24 +59,33 @@ TEST_F(StandardPanelTest, DraggingTheTitleBarMovesAMovablePanel)
     ui.drag(panel, user.centre(), {user.centre().x + 40, user.centre().y});
     EXPECT_EQ(panel->getPosition(), XY<int>(150, 70));
 
-    // Dragged far off, a top-level panel stays on the screen.
-    const XY<int> grip = titlePoint(panel);
-    ui.drag(panel, grip, {grip.x + 2000, grip.y + 2000});
-    EXPECT_EQ(panel->getPosition(), GlobManager::getSafePosForGlob({150 + 2000, 70 + 2000}, panel->getSize()));
-    EXPECT_TRUE(ui.screen().getArea().contains(panel->getScreenBox()));
-
-    // Neither moved by its title bar nor resized by its edges.
     auto* fixed = ui.makeTopLevel<StandardPanel>(panelArgs(StandardPanel::CloseButton, false, false), {500, 300});
     const XY<int> fixedFrom = titlePoint(fixed);
     ui.drag(fixed, fixedFrom, {fixedFrom.x + 20, fixedFrom.y + 20});
-    ui.drag(fixed, {299, 100}, {360, 100});
-    EXPECT_EQ(fixed->getBox(), GlobBox(500, 300, 800, 500));
-    EXPECT_EQ(fixed->contextCursor({299, 100}), fixed->contextCursor({150, 100}));
+    EXPECT_EQ(fixed->getPosition(), XY<int>(500, 300));
 }
 
-TEST(StandardPanel, APanelLargerThanTheScreenKeepsItsTitleBarReachable)
+TEST(StandardPanel, DraggedTopLevelPanelStaysOnScreen)
 {
     UiHarness ui(800, 600);
+    auto* panel = ui.makeTopLevel<StandardPanel>(panelArgs(StandardPanel::CloseButton), {100, 100});
+    const XY<int> from = titlePoint(panel);
+    ui.drag(panel, from, {from.x + 2000, from.y + 2000});
+    const XY<int> expected = GlobManager::getSafePosForGlob({100 + 2000, 100 + 2000}, panel->getSize());
+    EXPECT_EQ(panel->getPosition(), expected);
+    EXPECT_TRUE(ui.screen().getArea().contains(panel->getScreenBox()));
+}
+
+TEST(StandardPanel, GetSafePosKeepsAToolPanelOnScreen)
+{
+    UiHarness ui(800, 600);
+    StandardPanel::InitArgs args = panelArgs(StandardPanel::CloseButton);
+    // Opened with the pointer near the top-right corner, as a tool command may be.
+    const XY<int> wanted{780 - args.width / 2, 590 - args.height / 2};
+    const XY<int> pos = GlobManager::getSafePosForGlob(wanted, {args.width, args.height});
+    auto* panel = ui.makeTopLevel<StandardPanel>(args, pos);
+    EXPECT_TRUE(ui.screen().getArea().contains(panel->getScreenBox()));
+    // A panel larger than the screen keeps its title bar reachable.
     StandardPanel::InitArgs huge(L"Huge", 1000, 900, StandardPanel::CloseButton);
     const XY<int> hugePos = GlobManager::getSafePosForGlob({-50, -50}, {huge.width, huge.height});
     auto* big = ui.makeTopLevel<StandardPanel>(huge, hugePos);
@@ -87,8 +93,9 @@ TEST(StandardPanel, APanelLargerThanTheScreenKeepsItsTitleBarReachable)
     EXPECT_TRUE(ui.screen().getArea().contains(title.centre()));
 }
 
-TEST_F(StandardPanelTest, DraggingEdgesResizesAgainstTheOppositeEdge)
+TEST(StandardPanel, DraggingEdgesResizesAgainstTheOppositeEdge)
 {
+    UiHarness ui;
     auto* panel = ui.makeTopLevel<StandardPanel>(panelArgs(StandardPanel::CloseButton, true), {200, 200});
     auto* row = panel->addWidget<Glob>(Glob::InitArgs(40, 20), Glob::UserTopLeft(0, 0));
     const int h = panel->getHeight();
@@ -113,25 +120,47 @@ TEST_F(StandardPanelTest, DraggingEdgesResizesAgainstTheOppositeEdge)
     EXPECT_EQ(panel->getY() + panel->getHeight(), 400);
 }
 
-TEST_F(StandardPanelTest, CloseButtonDestroysThePanelUnlessReleasedAwayFromIt)
+TEST(StandardPanel, EdgesOfAFixedSizePanelDoNotResize)
 {
+    UiHarness ui;
+    auto* panel = ui.makeTopLevel<StandardPanel>(panelArgs(StandardPanel::CloseButton, false), {200, 200});
+    ui.drag(panel, {299, 100}, {360, 100});
+    EXPECT_EQ(panel->getSize(), XY<int>(300, 200));
+    EXPECT_EQ(panel->contextCursor({299, 100}), panel->contextCursor({150, 100}));
+}
+
+TEST(StandardPanel, CloseButtonDestroysThePanel)
+{
+    UiHarness ui;
     auto* panel = ui.makeTopLevel<StandardPanel>(panelArgs(StandardPanel::CloseButton), {100, 100});
     GlobWatch watch(panel);
     const GlobBox close = panel->getStandardWidgetBox(StandardPanel::CloseButton);
     ASSERT_FALSE(close.empty());
-    ui.press(panel, close.centre());
-    ui.release(panel, panel->getUserArea().centre());
-    ui.step();
-    ASSERT_TRUE(watch.alive());
     ui.click(panel, close.centre());
     ui.step();
     EXPECT_FALSE(watch.alive());
-    for (Glob* top : ui.screen().getTopLevels())
+    for (Glob* top : ui.screen().getTopLevels()) {
         EXPECT_NE(top, watch.get());
+    }
 }
 
-TEST_F(StandardPanelTest, DoItReachesTheOwnerUnlessThePanelHandlesItAndKeysWorkOnlyWithTheirButtons)
+TEST(StandardPanel, ReleasingAwayFromAButtonCancelsIt)
 {
+    UiHarness ui;
+    auto* panel = ui.make<StandardPanel>(panelArgs(StandardPanel::CloseButton | StandardPanel::DoItButton),
+                                         Glob::BottomLeft(50, 50));
+    GlobWatch watch(panel);
+    const GlobBox close = panel->getStandardWidgetBox(StandardPanel::CloseButton);
+    ui.press(panel, close.centre());
+    ui.release(panel, panel->getUserArea().centre());
+    ui.step();
+    EXPECT_TRUE(watch.alive());
+    EXPECT_EQ(ui.owner().count(StandardPanel::doItMsg), 0u);
+}
+
+TEST(StandardPanel, DoItReachesTheOwnerUnlessThePanelHandlesIt)
+{
+    UiHarness ui;
     auto* panel = ui.make<StandardPanel>(panelArgs(StandardPanel::CloseButton | StandardPanel::DoItButton),
                                          Glob::BottomLeft(50, 50));
     const GlobBox doIt = panel->getStandardWidgetBox(StandardPanel::DoItButton);
@@ -146,17 +175,25 @@ TEST_F(StandardPanelTest, DoItReachesTheOwnerUnlessThePanelHandlesItAndKeysWorkO
     ui.click(committing, committing->getStandardWidgetBox(StandardPanel::DoItButton).centre());
     EXPECT_EQ(committing->commits, 1);
     EXPECT_EQ(ui.owner().count(StandardPanel::doItMsg), 0u);
+}
 
-    // The owner may destroy the panel from inside the report.
+TEST(StandardPanel, OwnerMayDestroyThePanelFromItsDoItMessage)
+{
+    UiHarness ui;
+    auto* panel = ui.make<StandardPanel>(panelArgs(StandardPanel::DoItButton), Glob::BottomLeft(50, 50));
     GlobWatch watch(panel);
-    ui.owner().onMessage = [](const RecordingOwner::Received& r) { Glob::destroy(r.sender); };
-    ui.click(panel, doIt.centre());
+    ui.owner().onMessage = [&](const RecordingOwner::Received& r) {
+        if (r.name == StandardPanel::doItMsg)
+            Glob::destroy(r.sender);
+    };
+    ui.click(panel, panel->getStandardWidgetBox(StandardPanel::DoItButton).centre());
     ui.step();
     EXPECT_FALSE(watch.alive());
+}
 
-    // Escape closes and Return commits, each only on a panel with its button.
-    ui.owner().onMessage = nullptr;
-    ui.owner().clear();
+TEST(StandardPanel, EscapeClosesAndReturnCommitsOnlyWithTheirButtons)
+{
+    UiHarness ui;
     auto* plain = ui.make<StandardPanel>(panelArgs(StandardPanel::NoWidgets), Glob::BottomLeft(20, 20));
     GlobWatch plainWatch(plain);
     ASSERT_TRUE(ui.focus(plain));
@@ -166,21 +203,22 @@ TEST_F(StandardPanelTest, DoItReachesTheOwnerUnlessThePanelHandlesItAndKeysWorkO
     EXPECT_TRUE(plainWatch.alive());
     EXPECT_EQ(ui.owner().count(StandardPanel::doItMsg), 0u);
 
-    auto* keyed = ui.make<StandardPanel>(panelArgs(StandardPanel::CloseButton | StandardPanel::DoItButton),
+    auto* panel = ui.make<StandardPanel>(panelArgs(StandardPanel::CloseButton | StandardPanel::DoItButton),
                                          Glob::BottomLeft(400, 20));
-    auto* row = keyed->addWidget<FocusRow>(FocusRow::InitArgs(100, 22), Glob::UserTopLeft(0, 0));
-    GlobWatch keyedWatch(keyed);
+    auto* row = panel->addWidget<FocusRow>(FocusRow::InitArgs(100, 22), Glob::UserTopLeft(0, 0));
+    GlobWatch watch(panel);
     // Keys the focused row does not use travel up to its panel.
     ASSERT_TRUE(ui.focus(row));
     ui.pressKey(Event::KeyReturn);
     EXPECT_EQ(ui.owner().count(StandardPanel::doItMsg), 1u);
     ui.pressKey(Event::KeyEscape);
     ui.step();
-    EXPECT_FALSE(keyedWatch.alive());
+    EXPECT_FALSE(watch.alive());
 }
 
-TEST_F(StandardPanelTest, CalcPanelSizeGivesExactlyTheWantedUserAreaAndAButtonMakesRoomForATitleBar)
+TEST(StandardPanel, CalcPanelSizeGivesExactlyTheWantedUserArea)
 {
+    UiHarness ui;
     const StandardPanel::BorderStyle styles[] = {StandardPanel::NoBorder, StandardPanel::ThinBorder,
                                                  StandardPanel::RaisedBorder, StandardPanel::SunkenBorder};
     for (StandardPanel::BorderStyle style : styles) {
@@ -204,8 +242,11 @@ TEST_F(StandardPanelTest, CalcPanelSizeGivesExactlyTheWantedUserAreaAndAButtonMa
             }
         }
     }
+}
 
-    // Adding a button to an untitled panel makes room for the title bar.
+TEST(StandardPanel, AddingAButtonToAnUntitledPanelMakesRoomForTheTitleBar)
+{
+    UiHarness ui;
     StandardPanel::InitArgs args(L"", 200, 150, StandardPanel::NoWidgets);
     auto* panel = ui.make<StandardPanel>(args);
     auto* row = panel->addWidget<Glob>(Glob::InitArgs(50, 20), Glob::UserTopLeft(0, 0));
@@ -215,31 +256,55 @@ TEST_F(StandardPanelTest, CalcPanelSizeGivesExactlyTheWantedUserAreaAndAButtonMa
     EXPECT_EQ(row->getY() + row->getHeight(), topBefore - UifStd::getWindowArrangement().titleBarHeight);
 }
 
-TEST_F(StandardPanelTest, PointerShowsWhatAnEdgeOrButtonWillDoAndPanelsAreMadeByTypeName)
+TEST(StandardPanel, TitleBarIsPaintedInTheTitleBarColour)
 {
-    auto* panel = ui.makeTopLevel<StandardPanel>(panelArgs(StandardPanel::CloseButton, true), {200, 200});
-    const std::pair<XY<int>, int> cases[] = {
-        {{299, 100}, CursorResizeHorizontal}, {{150, 1}, CursorResizeVertical}, {{299, 1}, CursorResizeDiagonal},
-        {panel->getStandardWidgetBox(StandardPanel::CloseButton).centre(), CursorHand},
-        {panel->getUserArea().centre(), CursorArrow}};
-    for (const auto& [at, shape] : cases) {
-        ui.moveTo(panel, at);
-        ui.step();
-        EXPECT_EQ(ui.backend().getCursorShape(), shape) << at.x << "," << at.y;
-    }
+    UiHarness ui;
+    auto* panel = ui.makeTopLevel<StandardPanel>(panelArgs(StandardPanel::CloseButton), {100, 100});
+    const GlobBox bar = panel->getTitleBarBox();
+    const GlobBox close = panel->getStandardWidgetBox(StandardPanel::CloseButton);
+    // Between the title text and the close button only the bar itself shows.
+    const Colour got = ui.pixelAt(panel, {close.left() - 4, bar.bottom() + 3});
+    const Colour want = panel->getPalette().titleBar();
+    EXPECT_NEAR(got.r(), want.r(), 0.02);
+    EXPECT_NEAR(got.g(), want.g(), 0.02);
+    EXPECT_NEAR(got.b(), want.b(), 0.02);
+}
 
-    // Made by type name, with its title.
+TEST(StandardPanel, MadeByTypeNameWithItsTitle)
+{
+    UiHarness ui;
     GlobCreationInfo info(240, 160);
     info.typeName = "StandardPanel";
     info.config.set("title", "Named \xc3\xa9");
     Glob* made = GlobManager::createGlob(info);
-    auto* named = dynamic_cast<StandardPanel*>(made);
-    ASSERT_NE(named, nullptr);
-    EXPECT_EQ(named->getTitle().getString(), LightweightString<wchar_t>(L"Named \u00e9"));
-    EXPECT_EQ(named->getSize(), XY<int>(240, 160));
+    auto* panel = dynamic_cast<StandardPanel*>(made);
+    ASSERT_NE(panel, nullptr);
+    EXPECT_EQ(panel->getTitle().getString(), LightweightString<wchar_t>(L"Named \u00e9"));
+    EXPECT_EQ(panel->getSize(), XY<int>(240, 160));
     Glob::destroy(made);
     info.typeName = "VerticalScrollingBase";
     made = GlobManager::createGlob(info);
     EXPECT_NE(dynamic_cast<VerticalScrollingBase*>(made), nullptr);
     Glob::destroy(made);
+}
+
+TEST(StandardPanel, PointerShowsWhatAnEdgeOrButtonWillDo)
+{
+    UiHarness ui;
+    auto* panel = ui.makeTopLevel<StandardPanel>(panelArgs(StandardPanel::CloseButton, true), {200, 200});
+    ui.moveTo(panel, XY<int>{299, 100});
+    ui.step();
+    EXPECT_EQ(ui.backend().getCursorShape(), CursorResizeHorizontal);
+    ui.moveTo(panel, XY<int>{150, 1});
+    ui.step();
+    EXPECT_EQ(ui.backend().getCursorShape(), CursorResizeVertical);
+    ui.moveTo(panel, XY<int>{299, 1});
+    ui.step();
+    EXPECT_EQ(ui.backend().getCursorShape(), CursorResizeDiagonal);
+    ui.moveTo(panel, panel->getStandardWidgetBox(StandardPanel::CloseButton).centre());
+    ui.step();
+    EXPECT_EQ(ui.backend().getCursorShape(), CursorHand);
+    ui.moveTo(panel, panel->getUserArea().centre());
+    ui.step();
+    EXPECT_EQ(ui.backend().getCursorShape(), CursorArrow);
 }

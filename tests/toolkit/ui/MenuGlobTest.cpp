@@ -41,9 +41,14 @@ struct MenuFixture : testing::Test {
 
 } // namespace
 
-TEST_F(MenuFixture, GettingTheMenuAddsAButtonThatPopsItUpUnderItOnTop)
+TEST_F(MenuFixture, GettingTheMenuAddsTheMenuButton)
 {
     EXPECT_TRUE(panel->hasStandardWidget(StandardPanel::MenuButton));
+    EXPECT_FALSE(panel->getStandardWidgetBox(StandardPanel::MenuButton).empty());
+}
+
+TEST_F(MenuFixture, MenuButtonPopsTheMenuUpUnderItOnTop)
+{
     MenuGlob* menu = openByButton();
     ASSERT_NE(menu, nullptr);
     EXPECT_TRUE(menu->isPopUp());
@@ -83,6 +88,26 @@ TEST_F(MenuFixture, HeadingsAndDisabledItemsAreNeverChosen)
     EXPECT_FALSE(menu->chooseItem(99));
 }
 
+TEST_F(MenuFixture, KeyboardSkipsUnchoosableItemsAndWraps)
+{
+    MenuGlob* menu = openByButton();
+    ASSERT_NE(menu, nullptr);
+    ui.pressKey(Event::KeyDown);
+    EXPECT_EQ(menu->getHighlighted(), 0);
+    ui.pressKey(Event::KeyDown);
+    EXPECT_EQ(menu->getHighlighted(), 2); // over the heading
+    ui.pressKey(Event::KeyDown);
+    EXPECT_EQ(menu->getHighlighted(), 4); // over the disabled item
+    ui.pressKey(Event::KeyDown);
+    EXPECT_EQ(menu->getHighlighted(), 0); // round to the first
+    ui.pressKey(Event::KeyUp);
+    EXPECT_EQ(menu->getHighlighted(), 4);
+    ui.pressKey(Event::KeyReturn);
+    ui.step();
+    EXPECT_EQ(chosen, std::vector<std::string>{"Delta"});
+    EXPECT_EQ(panel->getOpenMenu(), nullptr);
+}
+
 TEST_F(MenuFixture, EscapeAndAPressOutsideCloseWithoutChoosing)
 {
     MenuGlob* menu = openByButton();
@@ -101,14 +126,16 @@ TEST_F(MenuFixture, EscapeAndAPressOutsideCloseWithoutChoosing)
     ui.click(panel, userArea.centre());
     ui.step();
     EXPECT_FALSE(second.alive());
+    EXPECT_TRUE(chosen.empty());
+}
 
-    // Pressing the menu button again closes it too.
-    GlobWatch third(openByButton());
-    ASSERT_TRUE(third.alive());
+TEST_F(MenuFixture, PressingTheMenuButtonAgainClosesTheMenu)
+{
+    ASSERT_NE(openByButton(), nullptr);
+    GlobWatch open(panel->getOpenMenu());
     ui.click(panel, panel->getStandardWidgetBox(StandardPanel::MenuButton).centre());
     ui.step();
-    EXPECT_FALSE(third.alive());
-    EXPECT_TRUE(chosen.empty());
+    EXPECT_FALSE(open.alive());
 }
 
 TEST_F(MenuFixture, ACallbackMayDestroyThePanelThatOwnsTheMenu)
