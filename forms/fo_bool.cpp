@@ -21,7 +21,6 @@ fo_bool& fo_bool::operator=(const fo_bool& other)
     if (this != &other) {
         fo_eleme::operator=(other);
         m_state = other.m_state;
-        m_box->setString(m_get_title());
         m_box->setValue(m_state);
         reshape();
     }
@@ -32,11 +31,11 @@ fo_bool::~fo_bool() = default;
 
 void fo_bool::makeBox()
 {
-    const GlobBox area = controlArea(true);
-    m_box = addWidget<Checkbox>(Checkbox::InitArgs(m_get_title(), m_state, Checkbox::LegendRow,
+    // The title is the row's, drawn in its column like every other row's; the check box is the control.
+    const GlobBox area = controlArea(false);
+    m_box = addWidget<Checkbox>(Checkbox::InitArgs(UIString(), m_state, Checkbox::BoxFirst,
                                                    static_cast<uint16_t>(area.width()), getHeight(), getPalette()),
                                 Glob::BottomLeft(area.left(), 0));
-    m_box->setLabelWidth(titleColumnWidth());
 }
 
 LightweightString<char> fo_bool::idstring() const
@@ -72,13 +71,17 @@ bool fo_bool::handleMessageEvent(LightweightString<char> name, Glob* sender)
     return fo_eleme::handleMessageEvent(name, sender);
 }
 
+void fo_bool::drawText()
+{
+    drawTitleColumn();
+}
+
 void fo_bool::reshape()
 {
     if (m_box) {
-        const GlobBox area = controlArea(true);
+        const GlobBox area = controlArea(false);
         m_box->resize(area.width(), getHeight());
         m_box->setPos(area.left(), 0);
-        m_box->setLabelWidth(titleColumnWidth());
     }
     fo_eleme::reshape();
 }

@@ -34,6 +34,7 @@ public:
     // Called by the toolkit
     LightweightString<char> idstring() const override;
     bool handleMessageEvent(LightweightString<char> name, Glob* sender) override;
+    void drawText() override;
     void reshape() override;
 
 private:

@@ -136,6 +136,13 @@ void fo_cycle::reshape()
 {
     if (m_button) {
         const GlobBox area = controlArea(true);
+        // The title column is fixed when the button is made; a new share (a form lining its rows up)
+        // needs a new button.
+        if (m_button->getTitleWidth() !=
+            TitledMenuButtonPlain::titleWidthFor(m_get_title_proportion(), static_cast<uint16_t>(area.width()))) {
+            removeChild(m_button);
+            makeButton();
+        }
         m_button->resize(area.width(), getHeight());
         m_button->setPos(area.left(), 0);
     }
@@ -243,6 +250,8 @@ void fo_gench::reshape()
 {
     if (m_button) {
         const GlobBox area = controlArea(true);
+        m_button->setTitleWidth(
+            TitledMenuButtonPlain::titleWidthFor(m_get_title_proportion(), static_cast<uint16_t>(area.width())));
         m_button->resize(area.width(), getHeight());
         m_button->setPos(area.left(), 0);
     }

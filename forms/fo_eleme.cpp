@@ -1,6 +1,7 @@
 #include "forms/fo_eleme.h"
 
 #include "toolkit/ui/StylePainter.h"
+#include "toolkit/widgets/TitledGlob.h"
 
 #include <algorithm>
 #include <cmath>
@@ -151,6 +152,6 @@ GlobBox fo_eleme::controlArea(bool withTitleColumn) const
 void fo_eleme::drawTitleColumn()
 {
     const GlobBox column(focusMarkWidth, 0, focusMarkWidth + titleColumnWidth(), getHeight());
-    StylePainter::drawLabel(painter(), column, getPalette(), m_title.getString().view(), Pictor::TextAlign::Left,
-                            isEnabledInTree());
+    // The legend look of every titled row, so a form's titles read alike whatever the row's kind.
+    TitledGlobDetail::drawTitle(painter(), m_title, column, getPalette(), isEnabledInTree());
 }

@@ -61,8 +61,8 @@ void fo_entry::makeBox()
 {
     const GlobBox area = controlArea(false);
     m_box = addWidget<TitleTextBox>(
-        TitleTextBox::InitArgs(UIString(), m_entry, 0, static_cast<uint16_t>(area.width()), getHeight(),
-                               getPalette().makeChildPalette()),
+        TitleTextBox::InitArgs(UIString(), m_entry, static_cast<uint16_t>(area.width()),
+                               static_cast<uint16_t>(area.width()), getHeight(), getPalette().makeChildPalette()),
         Glob::BottomLeft(area.left(), 0));
     m_box->setMaxLength(m_maxLength);
     m_box->requestCallback(returnPressedMsg, this, TextBoxBase::eReturnPressed);
@@ -142,6 +142,7 @@ void fo_entry::reshape()
     if (m_box) {
         const GlobBox area = controlArea(false);
         m_box->resize(area.width(), getHeight());
+        m_box->setEntryWidth(static_cast<uint16_t>(area.width()));
         m_box->setPos(area.left(), 0);
     }
     fo_eleme::reshape();

@@ -1,5 +1,8 @@
 #include "toolkit/widgets/TitledMenuButtonPlain.h"
 
+#include "toolkit/ui/UifStd.h"
+#include "toolkit/widgets/TitledGlob.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -22,4 +25,10 @@ uint16_t TitledMenuButtonPlain::titleWidthFor(double titleShare, uint16_t width)
     const double share = titleShare > 0.0 ? std::min(titleShare, 1.0) : 0.0;
     // TitleMenuButton reads a title width of 0 as "fit the title"; one pixel keeps "no title column".
     return static_cast<uint16_t>(std::max(1.0, std::floor(share * width)));
+}
+
+void TitledMenuButtonPlain::drawText()
+{
+    const GlobBox column(0, 0, std::max(0, getTitleWidth() - UifStd::getWidgetGap()), getHeight());
+    TitledGlobDetail::drawTitle(painter(), getTitle(), column, getPalette(), isEnabledInTree());
 }

@@ -2,7 +2,7 @@
 // TitledMenuButtonPlain: a title beside a drop-down menu button where the title column is a share of the
 // widget's width rather than the title's own width, so that rows of a column line their controls up whatever
 // their titles say. Nothing is bound to it: a choice reaches the owner as the drop-down's message, sent by
-// this widget, and the owner reads the selection.
+// this widget, and the owner reads the selection. The title is drawn as titled rows draw theirs.
 
 #include "toolkit/widgets/TitleMenuButton.h"
 
@@ -17,6 +17,8 @@ public:
     TitledMenuButtonPlain& operator=(TitledMenuButtonPlain&&) = default;
 
     LightweightString<char> idstring() const override;
+    // The title in the legend look of titled rows.
+    void drawText() override;
 
     // The title column's width for a share of a width.
     static uint16_t titleWidthFor(double titleShare, uint16_t width);
