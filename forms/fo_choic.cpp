@@ -9,15 +9,15 @@
 
 namespace {
 
-LightweightString<char> specFromLabels(const std::vector<UIString>& labels)
+LightweightString<char> menuTextFromLabels(const std::vector<UIString>& labels)
 {
-    std::string spec;
+    std::string menuText;
     for (const UIString& label : labels) {
-        if (!spec.empty())
-            spec += '\n';
-        spec += fo_eleme::msgFromUIText(label.getString()).view();
+        if (!menuText.empty())
+            menuText += '\n';
+        menuText += fo_eleme::msgFromUIText(label.getString()).view();
     }
-    return LightweightString<char>(std::move(spec));
+    return LightweightString<char>(std::move(menuText));
 }
 
 } // namespace
@@ -155,14 +155,14 @@ void fo_cycle::reshape()
 fo_gench::fo_gench(uint16_t width, uint16_t height, int index, UIString title, std::vector<UIString> choices,
                    double proportion)
     : fo_choic(width, height, index, std::move(title), std::move(choices), proportion),
-      m_menuSpec(specFromLabels(m_get_choices()))
+      m_menuText(menuTextFromLabels(m_get_choices()))
 {
     makeButton();
 }
 
 fo_gench::fo_gench(const fo_gench& other)
     : EventHandler(other), Cv::InternalRefCount(other), iVirtual(other), iObject(other), fo_choic(other),
-      m_menuSpec(other.m_menuSpec)
+      m_menuText(other.m_menuText)
 {
     // The open menu belongs to the original's form; the copy starts with none.
     makeButton();
@@ -172,7 +172,7 @@ fo_gench& fo_gench::operator=(const fo_gench& other)
 {
     if (this != &other) {
         fo_choic::operator=(other);
-        m_menuSpec = other.m_menuSpec;
+        m_menuText = other.m_menuText;
         removeChild(m_button);
         makeButton();
     }
@@ -223,11 +223,11 @@ bool fo_gench::handleMessageEvent(LightweightString<char> name, Glob* sender)
             open->dismiss();
             return true;
         }
-        sendMsg(parent(), m_format_msg(downMsg, m_get_index(), m_menuSpec.view()));
+        sendMsg(parent(), m_format_msg(downMsg, m_get_index(), m_menuText.view()));
         return true;
     }
     if (name.startsWith(downMsg)) {
-        m_menuSpec = name.substr(downPrefixLength);
+        m_menuText = name.substr(downPrefixLength);
         return true;
     }
     if (name == menuGoneMsg) {

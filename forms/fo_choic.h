@@ -1,16 +1,16 @@
 #pragma once
 // The choice rows of a form: the common base fo_choic (labels and the chosen index), fo_cycle (a drop-down
-// menu) and fo_gench (a button whose menu the form pops up from a menu specification).
+// menu) and fo_gench (a button whose menu the form pops up from a menu text).
 //
 // fo_gench, message by message:
 //   "Fo_gench_launch" (its button)  | takes the focus if needed; closes its menu when one is open, else sends
-//                                   | "FoElDn <index> <menu specification>" to the form, which pops it up
+//                                   | "FoElDn <index> <menu text>" to the form, which pops it up
 //   "FoElDn..." (from anyone)       | the text after the 11-character prefix "FoElDn nnn " becomes the menu
-//                                   | specification
+//                                   | menu text
 //   "menu_poot"                     | the menu has gone: forget it
 //   any other text                  | matched against the labels; on a match the choice is made, the focus
 //                                   | taken if needed and the text relayed
-// A menu specification is the menu's labels, one a line.
+// A menu text is the menu's labels, one a line.
 
 #include "forms/fo_eleme.h"
 
@@ -97,7 +97,7 @@ public:
     ~fo_gench() override;
 
     TitleButton* getBtn() const { return m_button; }
-    const LightweightString<char>& m_get_menu_spec() const { return m_menuSpec; }
+    const LightweightString<char>& m_get_menu_text() const { return m_menuText; }
     // The menu the form popped up for this element (the form tells it); null when none is open.
     void m_set_menu(MenuGlob* menu);
     MenuGlob* m_get_menu() const;
@@ -105,7 +105,7 @@ public:
     static constexpr const char* launchMsg = "Fo_gench_launch";
     static constexpr const char* downMsg = "FoElDn";
     static constexpr const char* menuGoneMsg = "menu_poot";
-    // "FoElDn nnn ": what comes before the specification in a "FoElDn" message.
+    // "FoElDn nnn ": what comes before the menu text in a "FoElDn" message.
     static constexpr size_t downPrefixLength = 11;
 
     fo_eleme* m_clone() const override { return new fo_gench(*this); }
@@ -122,6 +122,6 @@ private:
     void makeButton();
 
     TitleButton* m_button = nullptr; // a child: owned by the tree
-    LightweightString<char> m_menuSpec;
+    LightweightString<char> m_menuText;
     GlobWatch m_menu;
 };

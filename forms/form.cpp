@@ -47,10 +47,10 @@ LightweightString<char> restAfter(const LightweightString<char>& msg, const char
     return msg.substr(std::string_view(name).size() + 1);
 }
 
-std::vector<UIString> linesOf(const LightweightString<char>& spec)
+std::vector<UIString> linesOf(const LightweightString<char>& menuText)
 {
     std::vector<UIString> lines;
-    std::string_view rest = spec.view();
+    std::string_view rest = menuText.view();
     while (!rest.empty()) {
         const size_t end = rest.find('\n');
         const std::string_view line = rest.substr(0, end);

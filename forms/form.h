@@ -8,7 +8,7 @@
 //                                       | when the rest reads "<index> <payload>", routes the payload through
 //                                       | the update table set with m_set_update_table
 //   "FoElFR <n>"                        | moves the focus to element n unless it has it
-//   "FoElDn <index> <specification>"    | pops up a menu of the specification's lines under that fo_gench;
+//   "FoElDn <index> <menu text>"    | pops up a menu of the menu text's lines under that fo_gench;
 //                                       | a choice is sent to the element as the chosen line, and the element
 //                                       | hears "menu_poot" when the menu goes
 //   "poot"                              | repaints itself with screen updates deferred, in one paint

@@ -91,12 +91,12 @@ TEST_F(FormFixture, DownMessageReplacesTheMenuWithTheTextAfterElevenCharacters)
 {
     auto* quality = row<fo_gench>(QualityRow);
     f->sendMsg(quality, "FoElDn 006 Draft\nFinal");
-    EXPECT_EQ(quality->m_get_menu_spec(), "Draft\nFinal");
+    EXPECT_EQ(quality->m_get_menu_text(), "Draft\nFinal");
     ui.click(quality->getBtn()->getBtn());
     ASSERT_NE(quality->m_get_menu(), nullptr);
     EXPECT_EQ(quality->m_get_menu()->numItems(), 2u);
     f->sendMsg(quality, "FoElDn");
-    EXPECT_EQ(quality->m_get_menu_spec(), "");
+    EXPECT_EQ(quality->m_get_menu_text(), "");
 }
 
 TEST_F(FormFixture, MenuPootMakesTheElementForgetItsMenu)
@@ -124,7 +124,7 @@ TEST(FormChoice, LabelsGivenAsResourceIdsMatchTheirText)
     fo_gench answer(300, 24, 0, L"Answer", {UIString(ResId(fo_bool::yesResource)), L"Later"});
     answer.m_set_entry(L"Yes");
     EXPECT_EQ(answer.m_get_choice_state(), 0);
-    EXPECT_EQ(answer.m_get_menu_spec(), "Yes\nLater");
+    EXPECT_EQ(answer.m_get_menu_text(), "Yes\nLater");
 }
 
 TEST(TitledMenuButtonPlain, TheTitleColumnIsTheGivenShareOfTheWidth)
