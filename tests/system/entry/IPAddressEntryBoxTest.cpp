@@ -1,6 +1,5 @@
 // The address entry, typed into, moved through and pasted into as a user does.
 #include "entry/IPAddressEntryBox.h"
-#include "entry/TitledIPAddressEntryBox.h"
 #include "toolkit/testing/UiHarness.h"
 #include "toolkit/ui/TabOrderManager.h"
 #include "toolkit/ui/UifStd.h"
@@ -202,16 +201,3 @@ TEST_F(AddressEntry, BoxesAreSizedForTheirWidestNumberAndSpacedByTheIndent)
     EXPECT_EQ(box(0)->getHeight(), entry->getHeight());
 }
 
-TEST(TitledAddressEntry, ForwardsTheAddressAndTheTabStopsToItsBox)
-{
-    UiHarness ui;
-    auto* titled = new TitledIPAddressEntryBox(L"Server", true);
-    ui.owner().addChild(titled, Glob::BottomLeft(10, 10));
-    EXPECT_EQ(titled->idstring(), "TitledIPAddressEntryBox");
-    EXPECT_TRUE(titled->setURI(L"127.0.0.1:5000"));
-    EXPECT_EQ(titled->widget()->getURI(), L"127.0.0.1:5000");
-    EXPECT_EQ(titled->getURI(), L"127.0.0.1:5000");
-    std::vector<TabOrderable*> stops;
-    titled->getTabOrderables(stops);
-    EXPECT_EQ(stops.size(), 5u);
-}

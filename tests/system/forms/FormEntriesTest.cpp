@@ -30,13 +30,6 @@ TEST_F(FormFixture, IntegerOfLettersBecomesTheMinimum)
     EXPECT_EQ(client->valueOf(CountRow), Value(1));
 }
 
-TEST_F(FormFixture, IntegerInRangeIsKeptAsTyped)
-{
-    typeInto(CountRow, L"4");
-    EXPECT_EQ(row<fo_v_int>(CountRow)->m_validate_entry(L"4"), 0);
-    EXPECT_EQ(box(CountRow)->getString(), L"4");
-}
-
 TEST_F(FormFixture, IntegerValidationOfEmptyTextReadsTheCurrentEntry)
 {
     auto* count = row<fo_v_int>(CountRow);

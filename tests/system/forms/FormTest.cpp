@@ -21,20 +21,6 @@ public:
 
 } // namespace
 
-TEST_F(FormFixture, ElementsAnswerTheirClassNamesAndKinds)
-{
-    const char* ids[] = {"fo_entry", "fo_path", "fo_v_int", "fo_v_dbl", "fo_bool", "fo_cycle", "fo_gench"};
-    const int kinds[] = {2, 2, 2, 2, 4, 1, 1};
-    for (int i = 0; i < NumRows; ++i) {
-        EXPECT_EQ(f->m_get_element(i)->idstring(), ids[i]);
-        EXPECT_EQ(f->m_get_element_type(i), kinds[i]) << ids[i];
-    }
-    EXPECT_EQ(f->idstring(), "form");
-    const fo_choic choiceBase(100, 20, 0, L"t", {L"a"});
-    EXPECT_EQ(choiceBase.idstring(), "fo_choic");
-    EXPECT_EQ(f->m_get_element_type(NumRows), -1);
-}
-
 TEST_F(FormFixture, ElementsStackDownTheColumnFromTheInsetTopLeft)
 {
     const int gap = UifStd::getWidgetGap();
@@ -225,10 +211,3 @@ TEST_F(FormFixture, ACopiedFormHasElementsOfItsOwnWithTheSameValues)
     EXPECT_EQ(f->m_get_element_entry(NameRow), L"Original");
 }
 
-TEST_F(FormFixture, PostInitAddsTheCloseButtonOnlyForNonZeroFlags)
-{
-    f->m_post_init(0);
-    EXPECT_FALSE(f->hasStandardWidget(StandardPanel::CloseButton));
-    f->m_post_init(1);
-    EXPECT_TRUE(f->hasStandardWidget(StandardPanel::CloseButton));
-}
