@@ -54,12 +54,16 @@ TEST_F(Question, ReturnAnswersYesAndEscapeNo)
     EXPECT_EQ(ui.owner().count(YesNoDialogue::noMsg), 1u);
 }
 
-TEST_F(Question, OnlyTheFirstAnswerIsReported)
+TEST_F(Question, AnAnswerGivenWhileTheFirstIsBeingReportedIsIgnored)
 {
-    panel->answer(true);
-    panel->answer(false);
+    ui.owner().onMessage = [this](const RecordingOwner::Received&) {
+        if (watch)
+            panel->answer(false);
+    };
+    ui.click(panel->getYesButton());
     ui.step();
-    EXPECT_EQ(ui.owner().count(), 1u);
+    EXPECT_EQ(ui.owner().names(), std::vector<std::string>{YesNoDialogue::yesMsg});
+    EXPECT_FALSE(watch.alive());
 }
 
 TEST_F(Question, TheButtonsCarryTheCallersWordsAndEverythingFitsInside)
