@@ -61,7 +61,8 @@ void fo_bool::m_set_choice_state(int state, bool redrawNow)
 
 bool fo_bool::handleMessageEvent(LightweightString<char> name, Glob* sender)
 {
-    if (sender == m_box && name.startsWith("Checkbox ")) {
+    // Any "Checkbox " message re-reads the box: the box's state is the truth, whoever prompts the read.
+    if (name.startsWith("Checkbox ")) {
         m_state = m_box->getValue();
         if (!m_take_focus())
             return true;
