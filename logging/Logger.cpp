@@ -95,6 +95,13 @@ LightweightString<wchar_t> joined(const std::vector<LightweightString<wchar_t>>&
     return LightweightString<wchar_t>(std::move(out));
 }
 
+// What a link row shows: its description, or its targets when it has none.
+LightweightString<char> linkText(std::string_view stored)
+{
+    const LoggerBase::HyperLink link = LoggerBase::HyperLink::fromString(fromUTF8(stored));
+    return toUTF8((link.getDescription().empty() ? joined(link.getTargets(), false) : link.getDescription()).view());
+}
+
 // The lines of an entry as the web page shows them, each followed by a line feed.
 void appendHtml(std::string& out, const TaskLog::Entry& entry)
 {
@@ -430,11 +437,15 @@ unsigned Logger::addItem(const TaskLog::Entry& entry)
         row.displayLines = 1;
         row.textWidth = 0;
         if (!line.empty()) {
-            const double width = measurer.measureWidth(line);
+            // A link row shows its description, not the string form it is kept in.
+            std::string shown;
+            const std::string_view measured
+                = kind == eOutputType::HyperLink ? (shown = linkText(line).str(), std::string_view(shown)) : line;
+            const double width = measurer.measureWidth(measured);
             row.textWidth = static_cast<uint16_t>(std::min(65535.0, std::ceil(width)));
             const int available = wrapWidth();
             if (width > available) {
-                const int wrapped = WordWrappingTextRenderer::calcNumDisplayLines(line, measurer, available);
+                const int wrapped = WordWrappingTextRenderer::calcNumDisplayLines(measured, measurer, available);
                 row.displayLines = static_cast<uint16_t>(std::clamp(wrapped, 1, 65535));
                 m_table->rowsChanged(m_usedRows);
             }
@@ -586,10 +597,7 @@ int Logger::getRowHeight(unsigned row)
 LightweightString<wchar_t> Logger::getFieldText(unsigned row, unsigned)
 {
     const LoggedItem& item = m_store[row];
-    if (item.kind != eOutputType::HyperLink)
-        return fromUTF8(item.text.view());
-    const HyperLink link = HyperLink::fromString(fromUTF8(item.text.view()));
-    return link.getDescription().empty() ? joined(link.getTargets(), false) : link.getDescription();
+    return fromUTF8(item.kind == eOutputType::HyperLink ? linkText(item.text.view()).view() : item.text.view());
 }
 
 bool Logger::getFieldColours(unsigned row, unsigned, Colour& text, Colour& background)
