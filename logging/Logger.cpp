@@ -708,10 +708,10 @@ bool Logger::handleMouseEvent(const Event& event)
 // ---------------------------------------------------------------------------------------------------------
 // Exports
 
-std::string Logger::makeHtml() const
+std::string Logger::makeHtml(const TaskLog& log)
 {
     std::string out = "<pre>\n";
-    m_taskLog->forEach([&out](const TaskLog::Entry& entry) { appendHtml(out, entry); });
+    log.forEach([&out](const TaskLog::Entry& entry) { appendHtml(out, entry); });
     out += "</pre>\n";
     return out;
 }

@@ -113,7 +113,8 @@ public:
 
     // ---- Exports
     // The whole log (not just the rows on screen) as a web page.
-    std::string makeHtml() const;
+    std::string makeHtml() const { return makeHtml(*m_taskLog); }
+    static std::string makeHtml(const TaskLog& log);
     bool writeHtml(const LightweightString<wchar_t>& path) const;
     // Asks for a folder, then writes "TaskLog.html" there and says where.
     void exportHtml();
