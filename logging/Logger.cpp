@@ -245,7 +245,7 @@ Logger::Logger(const InitArgs& args)
                                    Glob::Absolute(0, 0));
     addButtons(args.buttons);
     if (args.flags & StandardWidgetsSet128) {
-        getMenu()->addMenuItem(MenuItem(UIString(ResId(saveAsWebPageId)), [this] { exportHtml(); }));
+        getMenu()->addMenuItem(MenuItem(UIString(ResId(saveAsWebPageId), resFmtEllipsis), [this] { exportHtml(); }));
         getMenu()->addMenuItem(MenuItem(UIString(ResId(saveToFileId)), [this] { saveToFile(); }));
     }
     m_title = args.title.getString();
