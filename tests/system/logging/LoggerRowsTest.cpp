@@ -161,11 +161,3 @@ TEST_F(LoggerTest, CompletionShowsTheElapsedTimeRoundedAndRestartsTheClock)
     EXPECT_TRUE(log->getGauge()->getString().getString().empty());
 }
 
-TEST_F(LoggerTest, TheInitialHeightAddsTheGaugeRowAndItsGaps)
-{
-    const int plain = Logger::getInitialHeight(10, 0);
-    const int withGauge = Logger::getInitialHeight(10, Logger::ShowGauge);
-    EXPECT_EQ(withGauge - plain, 2 * UifStd::getWidgetGap() + TableWidget::getDefaultRowHeight());
-    EXPECT_EQ(Logger::getInitialHeight(0, Logger::ShowGauge) - Logger::getInitialHeight(0, 0),
-              TableWidget::getDefaultRowHeight());
-}

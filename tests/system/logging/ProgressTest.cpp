@@ -111,12 +111,6 @@ TEST_F(ProgIndTest, MakeCentresTheIndicatorOverItsParent)
     EXPECT_EQ(made->getWidth(), 400);
 }
 
-TEST_F(ProgIndTest, TheHeightIsTitleAndBorderPlusOneRow)
-{
-    EXPECT_EQ(indicator->getHeight(), ProgInd::calcHeight());
-    EXPECT_EQ(indicator->getGauge()->getHeight(), TableWidget::getDefaultRowHeight());
-    EXPECT_EQ(indicator->getUserArea().height(), TableWidget::getDefaultRowHeight());
-}
 
 class AutoProgressBarTest : public ::testing::Test {
 protected:
@@ -183,13 +177,6 @@ protected:
     RenderProgressPanel* panel = makePanel();
 };
 
-TEST_F(RenderProgressPanelTest, ThePictureFillsTheWidthLessBordersAndIndents)
-{
-    const int expectedWidth = 280 - 2 * (UifStd::getBorder() + UifStd::getIndentWidth());
-    EXPECT_EQ(RenderProgressPanel::calcImageSize(280, 2.0), XY<int>(expectedWidth, expectedWidth / 2));
-    EXPECT_EQ(panel->getAreaForImage().size(), XY<int>(expectedWidth, expectedWidth / 2));
-    EXPECT_EQ(panel->getHeight(), RenderProgressPanel::calcHeightFromWidth(280, 2.0));
-}
 
 TEST_F(RenderProgressPanelTest, TheFrameIsDrawnScaledIntoThePicture)
 {
