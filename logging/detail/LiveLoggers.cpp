@@ -40,10 +40,9 @@ bool with(Logger* handle, const std::function<void(Logger&)>& action)
     std::shared_lock lock(registry().mutex);
     if (!registry().live.count(handle))
         return false;
-    // On the user-interface thread a panel whose destruction was asked for is dead already.
-    if (isMainThread() && !is_good_glob_ptr(handle))
-        return false;
-    if (handle->idstring() != "logger")
+    // On the user-interface thread a panel whose destruction was asked for is dead already. Elsewhere the set
+    // alone answers (it holds only log panels): a virtual call there could meet a destructor just begun.
+    if (isMainThread() && (!is_good_glob_ptr(handle) || handle->idstring() != "logger"))
         return false;
     action(*handle);
     return true;

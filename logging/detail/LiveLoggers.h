@@ -11,8 +11,8 @@ namespace LiveLoggers {
 
 void add(Logger* logger);
 void remove(Logger* logger);
-// Runs `action` with the logger while it is held live, when `handle` is a live panel whose id string is
-// "logger"; answers whether it ran.
+// Runs `action` with the logger while it is held live, when `handle` is a live log panel (on the
+// user-interface thread: a live glob whose id string is "logger"); answers whether it ran.
 bool with(Logger* handle, const std::function<void(Logger&)>& action);
 
 } // namespace LiveLoggers
