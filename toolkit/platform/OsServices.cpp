@@ -153,7 +153,14 @@ bool OsServices::openWithDefaultHandler(const LightweightString<wchar_t>& target
     if (target.empty())
         return false;
     // A path is passed absolute so that a name starting with "-" cannot pass for an option of the helper.
-    const std::string argument = looksLikeUri(target) ? toUTF8(target.view()).str() : absoluteUtf8(target);
+    // A bare "www." address is a web address, not a file of that name in the working folder.
+    std::string argument;
+    if (looksLikeUri(target))
+        argument = toUTF8(target.view()).str();
+    else if (target.startsWith(L"www."))
+        argument = "http://" + toUTF8(target.view()).str();
+    else
+        argument = absoluteUtf8(target);
     int status = 0;
     return launch({"xdg-open", argument}, false, status);
 }

@@ -21,8 +21,8 @@ public:
     // on by itself. Answers whether the program could be started.
     using Launcher = std::function<bool(const std::vector<std::string>& argv, bool wait, int& exitStatus)>;
 
-    // Opens a file, folder or address ("https://...", "mailto:...") with its default handler. Answers
-    // whether the handler could be started; an empty target is refused.
+    // Opens a file, folder or address ("https://...", "mailto:...", or "www...." taken as "http://www....")
+    // with its default handler. Answers whether the handler could be started; an empty target is refused.
     static bool openWithDefaultHandler(const LightweightString<wchar_t>& target);
     // Shows the files selected in the file browser when the desktop offers that, else opens the folder of
     // the first one. Answers whether anything could be started.
