@@ -1,5 +1,6 @@
 #include "toolkit/widgets/Button.h"
 
+#include "toolkit/support/SettingsReader.h"
 #include "toolkit/gfx/Font.h"
 #include "toolkit/gfx/Painter.h"
 #include "toolkit/ui/GlobManager.h"
@@ -36,9 +37,7 @@ const bool registeredByName = GlobManager::registerWidget<Button>("Button");
 
 Button::InitArgs::InitArgs(const GlobCreationInfo& info) : GlobCreationInfo(info)
 {
-    LightweightString<char> text;
-    if (info.config.in("label", text) == 0)
-        label = UIString(fromUTF8(text.view()));
+    label = SettingsReader(info.config).text("label").value_or(label.getString());
 }
 
 Button::Button(const InitArgs& args) : Glob(args)

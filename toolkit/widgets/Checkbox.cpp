@@ -1,5 +1,6 @@
 #include "toolkit/widgets/Checkbox.h"
 
+#include "toolkit/support/SettingsReader.h"
 #include "toolkit/gfx/Font.h"
 #include "toolkit/gfx/Painter.h"
 #include "toolkit/ui/GlobManager.h"
@@ -24,11 +25,9 @@ const bool registeredByName = GlobManager::registerWidget<Checkbox>("Checkbox");
 
 Checkbox::InitArgs::InitArgs(const GlobCreationInfo& info) : GlobCreationInfo(info)
 {
-    LightweightString<char> text;
-    if (info.config.in("label", text) == 0)
-        label = UIString(fromUTF8(text.view()));
-    if (info.config.in("value", text) == 0)
-        value = text == "1" || text == "true" || text == "yes";
+    const SettingsReader settings(info.config);
+    label = settings.text("label").value_or(label.getString());
+    value = settings.boolean("value").value_or(value);
 }
 
 Checkbox::Checkbox(const InitArgs& args)

@@ -41,7 +41,8 @@ public:
             : GlobCreationInfo(w, h, pal, c), label(std::move(labelText)), value(initialValue), style(boxStyle)
         {
         }
-        // For check boxes made by type name: the "label" and "value" (0 or 1) settings of the info.
+        // For check boxes made by type name: the "label" (text) and "value" (boolean) settings, read by
+        // SettingsReader.
         InitArgs(const GlobCreationInfo& info);
 
         UIString label;

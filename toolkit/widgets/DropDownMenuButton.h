@@ -36,7 +36,7 @@ public:
         }
         InitArgs(const std::vector<UIString>& labels, MenuItemIndex selection = MenuItemIndex(0), uint16_t w = 0,
                  uint16_t h = 0, const Palette& pal = Palette(), Canvas* c = nullptr);
-        // For buttons made by type name: the entries are the info's "items" setting, separated by commas.
+        // For buttons made by type name: the entries are the info's "items" setting, a SettingsReader list.
         InitArgs(const GlobCreationInfo& info);
 
         std::vector<MenuItem> items;

@@ -1,5 +1,6 @@
 #include "toolkit/widgets/HTMLRenderer.h"
 
+#include "toolkit/support/SettingsReader.h"
 #include "toolkit/gfx/Font.h"
 #include "toolkit/gfx/Painter.h"
 #include "toolkit/ui/GlobManager.h"
@@ -469,9 +470,7 @@ int HTMLRenderer::calcNumDisplayLines(const HtmlDocument& doc, int width, const 
 
 HTMLRenderer::InitArgs::InitArgs(const GlobCreationInfo& info) : GlobCreationInfo(info)
 {
-    LightweightString<char> value;
-    if (info.config.in("markup", value) == 0)
-        markup = fromUTF8(value.view());
+    markup = SettingsReader(info.config).text("markup").value_or(markup);
 }
 
 HTMLRenderer::HTMLRenderer(const InitArgs& args)

@@ -1,5 +1,6 @@
 #include "toolkit/widgets/MultiLineTextBox.h"
 
+#include "toolkit/support/SettingsReader.h"
 #include "toolkit/gfx/Painter.h"
 #include "toolkit/gfx/WordWrappingTextRenderer.h"
 #include "toolkit/ui/GlobManager.h"
@@ -16,9 +17,7 @@ const bool registeredByName = GlobManager::registerWidget<MultiLineTextBox>("Mul
 
 MultiLineTextBox::InitArgs::InitArgs(const GlobCreationInfo& info) : GlobCreationInfo(info)
 {
-    LightweightString<char> value;
-    if (info.config.in("text", value) == 0)
-        text = fromUTF8(value.view());
+    text = SettingsReader(info.config).text("text").value_or(text);
 }
 
 MultiLineTextBox::MultiLineTextBox(const InitArgs& args)

@@ -1,5 +1,6 @@
 #include "toolkit/widgets/Slider.h"
 
+#include "toolkit/support/SettingsReader.h"
 #include "toolkit/gfx/Painter.h"
 #include "toolkit/ui/GlobManager.h"
 #include "toolkit/ui/StylePainter.h"
@@ -8,7 +9,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdlib>
 
 const char* const Slider::changedMsg = "slider_changed";
 
@@ -19,23 +19,14 @@ constexpr int trackThickness = 4;
 
 const bool registeredByName = GlobManager::registerWidget<Slider>("Slider");
 
-double readNumber(const configb& config, const char* key, double fallback)
-{
-    LightweightString<char> text;
-    if (config.in(key, text) != 0)
-        return fallback;
-    char* end = nullptr;
-    const double v = std::strtod(text.c_str(), &end);
-    return end != text.c_str() && std::isfinite(v) ? v : fallback;
-}
-
 } // namespace
 
 Slider::InitArgs::InitArgs(const GlobCreationInfo& info) : GlobCreationInfo(info)
 {
-    minimum = readNumber(info.config, "min", 0.0);
-    maximum = readNumber(info.config, "max", 1.0);
-    value = readNumber(info.config, "value", minimum);
+    const SettingsReader settings(info.config);
+    minimum = settings.number("min").value_or(0.0);
+    maximum = settings.number("max").value_or(1.0);
+    value = settings.number("value").value_or(minimum);
 }
 
 Slider::Slider(const InitArgs& args) : Glob(args), m_colour(args.colour)

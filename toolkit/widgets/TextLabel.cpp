@@ -1,5 +1,6 @@
 #include "toolkit/widgets/TextLabel.h"
 
+#include "toolkit/support/SettingsReader.h"
 #include "toolkit/gfx/Painter.h"
 #include "toolkit/gfx/WordWrappingTextRenderer.h"
 #include "toolkit/ui/GlobManager.h"
@@ -15,11 +16,9 @@ const bool registeredByName = GlobManager::registerWidget<TextLabel>("TextLabel"
 
 TextLabel::InitArgs::InitArgs(const GlobCreationInfo& info) : GlobCreationInfo(info)
 {
-    LightweightString<char> value;
-    if (info.config.in("text", value) == 0)
-        text = UIString(fromUTF8(value.view()));
-    if (info.config.in("wrap", value) == 0)
-        wordWrap = value == "1";
+    const SettingsReader settings(info.config);
+    text = settings.text("text").value_or(text.getString());
+    wordWrap = settings.boolean("wrap").value_or(wordWrap);
 }
 
 TextLabel::TextLabel(const InitArgs& args)

@@ -23,7 +23,7 @@ public:
             : GlobCreationInfo(w, h, pal, c), text(std::move(labelText))
         {
         }
-        // For labels made by type name: the "text" setting (UTF-8) and "wrap" (0 or 1).
+        // For labels made by type name: the "text" setting (UTF-8) and "wrap" (a boolean), read by SettingsReader.
         InitArgs(const GlobCreationInfo& info);
 
         UIString text;

@@ -1,10 +1,10 @@
 #include "toolkit/widgets/TitleTextBox.h"
 
+#include "toolkit/support/SettingsReader.h"
 #include "toolkit/ui/GlobManager.h"
 #include "toolkit/widgets/TitledGlob.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace {
 
@@ -14,12 +14,10 @@ const bool registeredByName = GlobManager::registerWidget<TitleTextBox>("TitleTe
 
 TitleTextBox::InitArgs::InitArgs(const GlobCreationInfo& info) : TextBoxBase::InitArgs(info)
 {
-    LightweightString<char> value;
-    if (info.config.in("title", value) == 0)
-        title = UIString(fromUTF8(value.view()));
-    entryWidth = info.width;
-    if (info.config.in("entryWidth", value) == 0)
-        entryWidth = static_cast<uint16_t>(std::clamp(std::atoi(value.c_str()), 0, static_cast<int>(info.width)));
+    const SettingsReader settings(info.config);
+    title = settings.text("title").value_or(title.getString());
+    entryWidth = static_cast<uint16_t>(
+        std::clamp(settings.integer("entryWidth").value_or(info.width), 0, static_cast<int>(info.width)));
 }
 
 TitleTextBox::TitleTextBox(const InitArgs& args)
