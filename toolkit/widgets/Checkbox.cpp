@@ -43,40 +43,6 @@ Checkbox::Checkbox(uint16_t width, uint16_t height, const Palette& palette, Canv
 {
 }
 
-Checkbox::Checkbox(const Checkbox& other)
-    : EventHandler(other)
-    , Cv::InternalRefCount(other)
-    , iVirtual(other)
-    , iObject(other)
-    , Glob(other)
-    , TabOrderable(other)
-    , ValWidget<bool>(other)
-    , m_label(other.m_label)
-    , m_labelWidth(other.m_labelWidth)
-    , m_style(other.m_style)
-    , m_value(other.m_value)
-{
-}
-
-Checkbox::Checkbox(Checkbox&& other) : Checkbox(static_cast<const Checkbox&>(other)) {}
-
-Checkbox& Checkbox::operator=(const Checkbox& other)
-{
-    if (this == &other)
-        return *this;
-    Glob::operator=(other);
-    m_label = other.m_label;
-    m_labelWidth = other.m_labelWidth;
-    m_style = other.m_style;
-    m_value = other.m_value;
-    return *this;
-}
-
-Checkbox& Checkbox::operator=(Checkbox&& other)
-{
-    return *this = static_cast<const Checkbox&>(other);
-}
-
 Checkbox::~Checkbox() = default;
 
 LightweightString<char> Checkbox::idstring() const
@@ -164,7 +130,7 @@ bool Checkbox::react(const Event& event)
     switch (event.type) {
     case Event::MouseEnter:
     case Event::MouseLeave:
-        if (m_hover != (event.type == Event::MouseEnter)) {
+        if (*m_hover != (event.type == Event::MouseEnter)) {
             m_hover = event.type == Event::MouseEnter;
             redraw(boxArea().expanded(1));
         }
@@ -173,7 +139,7 @@ bool Checkbox::react(const Event& event)
     case Event::MouseDrag:
     case Event::MouseUp: {
         // The box and its label are one target.
-        const ClickTracker::Result result = m_click.track(event, getLocalBox(), isEnabledInTree());
+        const ClickTracker::Result result = m_click->track(event, getLocalBox(), isEnabledInTree());
         if (result == ClickTracker::Clicked)
             toggle();
         return result != ClickTracker::Ignored;
@@ -204,7 +170,7 @@ void Checkbox::drawBackground()
     const bool enabled = isEnabledInTree();
     const GlobBox box = boxArea();
     StylePainter::drawCheckBox(p, box, pal, m_value, enabled);
-    if (m_hover && enabled)
+    if (*m_hover && enabled)
         p.strokeRect(box, pal.highlight());
     if (hasFocus())
         StylePainter::drawFocusRing(p, getLocalBox(), pal);

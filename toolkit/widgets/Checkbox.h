@@ -20,6 +20,7 @@
 #include "toolkit/ui/ClickTracker.h"
 #include "toolkit/ui/Glob.h"
 #include "toolkit/ui/TabOrderable.h"
+#include "toolkit/ui/Transient.h"
 #include "toolkit/widgets/ValWidget.h"
 
 #include <cstdint>
@@ -52,10 +53,10 @@ public:
 
     explicit Checkbox(const InitArgs& args);
     Checkbox(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
-    Checkbox(const Checkbox& other);
-    Checkbox(Checkbox&& other);
-    Checkbox& operator=(const Checkbox& other);
-    Checkbox& operator=(Checkbox&& other);
+    Checkbox(const Checkbox&) = default;
+    Checkbox(Checkbox&&) = default;
+    Checkbox& operator=(const Checkbox&) = default;
+    Checkbox& operator=(Checkbox&&) = default;
     ~Checkbox() override;
 
     LightweightString<char> idstring() const override;
@@ -96,6 +97,6 @@ private:
     uint16_t m_labelWidth = 0;
     uint8_t m_style = BoxFirst;
     bool m_value = false;
-    bool m_hover = false;
-    ClickTracker m_click;
+    Transient<bool> m_hover;
+    Transient<ClickTracker> m_click;
 };

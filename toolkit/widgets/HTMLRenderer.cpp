@@ -486,38 +486,6 @@ HTMLRenderer::HTMLRenderer(uint16_t width, uint16_t height, const Palette& palet
 {
 }
 
-HTMLRenderer::HTMLRenderer(const HTMLRenderer& other)
-    : EventHandler(other)
-    , Cv::InternalRefCount(other)
-    , iVirtual(other)
-    , iObject(other)
-    , Glob(other)
-    , FontUser(other)
-    , m_doc(other.m_doc)
-    , m_gap(other.m_gap)
-{
-}
-
-HTMLRenderer::HTMLRenderer(HTMLRenderer&& other) : HTMLRenderer(static_cast<const HTMLRenderer&>(other)) {}
-
-HTMLRenderer& HTMLRenderer::operator=(const HTMLRenderer& other)
-{
-    if (this == &other)
-        return *this;
-    Glob::operator=(other);
-    FontUser::setFont(other.getFontDesc());
-    m_doc = other.m_doc;
-    m_gap = other.m_gap;
-    m_linesValid = false;
-    redraw();
-    return *this;
-}
-
-HTMLRenderer& HTMLRenderer::operator=(HTMLRenderer&& other)
-{
-    return *this = static_cast<const HTMLRenderer&>(other);
-}
-
 HTMLRenderer::~HTMLRenderer() = default;
 
 LightweightString<char> HTMLRenderer::idstring() const
@@ -534,7 +502,7 @@ void HTMLRenderer::setDocument(HtmlDocument doc)
 {
     m_doc = std::move(doc);
     m_linesValid = false;
-    m_pressedLink.clear();
+    m_pressedLink.reset();
     redraw();
 }
 
@@ -609,12 +577,12 @@ int HTMLRenderer::contextCursor(const XY<int>& local)
 bool HTMLRenderer::react(const Event& event)
 {
     if (event.type == Event::MouseDown && event.button == Event::LeftButton) {
-        m_pressedLink = linkAt(event.pos);
-        return !m_pressedLink.empty();
+        *m_pressedLink = linkAt(event.pos);
+        return !m_pressedLink->empty();
     }
-    if (event.type == Event::MouseUp && event.button == Event::LeftButton && !m_pressedLink.empty()) {
-        const std::wstring pressed = std::move(m_pressedLink);
-        m_pressedLink.clear();
+    if (event.type == Event::MouseUp && event.button == Event::LeftButton && !m_pressedLink->empty()) {
+        const std::wstring pressed = std::move(*m_pressedLink);
+        m_pressedLink.reset();
         // Only a release on the link pressed opens it: sliding off is how a user changes their mind.
         if (linkAt(event.pos) == pressed) {
             LightweightString<char> msg(linkClickedMsg);

@@ -20,6 +20,7 @@
 #include "toolkit/support/Colour.h"
 #include "toolkit/support/LightweightString.h"
 #include "toolkit/ui/Glob.h"
+#include "toolkit/ui/Transient.h"
 
 #include <cstdint>
 #include <string>
@@ -84,10 +85,10 @@ public:
 
     explicit HTMLRenderer(const InitArgs& args);
     HTMLRenderer(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
-    HTMLRenderer(const HTMLRenderer& other);
-    HTMLRenderer(HTMLRenderer&& other);
-    HTMLRenderer& operator=(const HTMLRenderer& other);
-    HTMLRenderer& operator=(HTMLRenderer&& other);
+    HTMLRenderer(const HTMLRenderer&) = default;
+    HTMLRenderer(HTMLRenderer&&) = default;
+    HTMLRenderer& operator=(const HTMLRenderer&) = default;
+    HTMLRenderer& operator=(HTMLRenderer&&) = default;
     ~HTMLRenderer() override;
 
     LightweightString<char> idstring() const override;
@@ -125,7 +126,7 @@ private:
     double topMargin() const;
 
     HtmlDocument m_doc;
-    std::wstring m_pressedLink;
+    Transient<std::wstring> m_pressedLink;
     int m_gap = 0;
     mutable std::vector<Line> m_lines;
     mutable bool m_linesValid = false;

@@ -23,10 +23,10 @@ public:
 
     explicit ImageButton(const InitArgs& args);
     ImageButton(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
-    ImageButton(const ImageButton& other);
-    ImageButton(ImageButton&& other);
-    ImageButton& operator=(const ImageButton& other);
-    ImageButton& operator=(ImageButton&& other);
+    ImageButton(const ImageButton&) = default;
+    ImageButton(ImageButton&&) = default;
+    ImageButton& operator=(const ImageButton&) = default;
+    ImageButton& operator=(ImageButton&&) = default;
     ~ImageButton() override;
 
     LightweightString<char> idstring() const override;

@@ -34,42 +34,6 @@ MultiLineTextBox::MultiLineTextBox(uint16_t width, uint16_t height, const Palett
 {
 }
 
-MultiLineTextBox::MultiLineTextBox(const MultiLineTextBox& other)
-    : EventHandler(other)
-    , Cv::InternalRefCount(other)
-    , iVirtual(other)
-    , iObject(other)
-    , Glob(other)
-    , FontUser(other)
-    , m_text(other.m_text)
-    , m_gap(other.m_gap)
-    , m_alignment(other.m_alignment)
-{
-}
-
-MultiLineTextBox::MultiLineTextBox(MultiLineTextBox&& other)
-    : MultiLineTextBox(static_cast<const MultiLineTextBox&>(other))
-{
-}
-
-MultiLineTextBox& MultiLineTextBox::operator=(const MultiLineTextBox& other)
-{
-    if (this == &other)
-        return *this;
-    Glob::operator=(other);
-    FontUser::setFont(other.getFontDesc());
-    m_text = other.m_text;
-    m_gap = other.m_gap;
-    m_alignment = other.m_alignment;
-    redraw();
-    return *this;
-}
-
-MultiLineTextBox& MultiLineTextBox::operator=(MultiLineTextBox&& other)
-{
-    return *this = static_cast<const MultiLineTextBox&>(other);
-}
-
 MultiLineTextBox::~MultiLineTextBox() = default;
 
 LightweightString<char> MultiLineTextBox::idstring() const

@@ -44,43 +44,6 @@ NumericTextBox::NumericTextBox(uint16_t width, uint16_t height, const Palette& p
     setString(format(m_value));
 }
 
-NumericTextBox::NumericTextBox(const NumericTextBox& other)
-    : EventHandler(other)
-    , Cv::InternalRefCount(other)
-    , iVirtual(other)
-    , iObject(other)
-    , TextBoxBase(other)
-    , ValWidget<double>(other)
-    , m_value(other.m_value)
-    , m_step(other.m_step)
-    , m_min(other.m_min)
-    , m_max(other.m_max)
-    , m_decimals(other.m_decimals)
-    , m_integer(other.m_integer)
-{
-}
-
-NumericTextBox::NumericTextBox(NumericTextBox&& other) : NumericTextBox(static_cast<const NumericTextBox&>(other)) {}
-
-NumericTextBox& NumericTextBox::operator=(const NumericTextBox& other)
-{
-    if (this == &other)
-        return *this;
-    TextBoxBase::operator=(other);
-    m_value = other.m_value;
-    m_step = other.m_step;
-    m_min = other.m_min;
-    m_max = other.m_max;
-    m_decimals = other.m_decimals;
-    m_integer = other.m_integer;
-    return *this;
-}
-
-NumericTextBox& NumericTextBox::operator=(NumericTextBox&& other)
-{
-    return *this = static_cast<const NumericTextBox&>(other);
-}
-
 NumericTextBox::~NumericTextBox() = default;
 
 LightweightString<char> NumericTextBox::idstring() const

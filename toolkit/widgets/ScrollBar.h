@@ -21,6 +21,7 @@
 // isScrollBarMsg tells an owner's handler that a message is one of these three.
 
 #include "toolkit/ui/Glob.h"
+#include "toolkit/ui/Transient.h"
 
 #include <cstdint>
 
@@ -41,10 +42,10 @@ public:
 
     explicit ScrollBar(const InitArgs& args);
     ScrollBar(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
-    ScrollBar(const ScrollBar& other);
-    ScrollBar(ScrollBar&& other);
-    ScrollBar& operator=(const ScrollBar& other);
-    ScrollBar& operator=(ScrollBar&& other);
+    ScrollBar(const ScrollBar&) = default;
+    ScrollBar(ScrollBar&&) = default;
+    ScrollBar& operator=(const ScrollBar&) = default;
+    ScrollBar& operator=(ScrollBar&&) = default;
     ~ScrollBar() override;
 
     LightweightString<char> idstring() const override;
@@ -92,11 +93,14 @@ private:
 
     double m_pos = 0.0;
     double m_size = 1.0;
-    // While the thumb is dragged: the pointer's distance below the thumb's top when gripped.
-    int m_grip = 0;
-    Part m_pressed = Part::None;
-    // Where the pointer is while the track is held, for paging towards it.
-    int m_pointerY = 0;
-    double m_nextRepeat = 0.0;
-    uint64_t m_repeater = 0; // a background poller, only while an arrow or the track is held
+    struct Press {
+        Part part = Part::None;
+        // While the thumb is dragged: the pointer's distance below the thumb's top when gripped.
+        int grip = 0;
+        // Where the pointer is while the track is held, for paging towards it.
+        int pointerY = 0;
+        double nextRepeat = 0.0;
+    };
+    Transient<Press> m_press;
+    Transient<uint64_t> m_repeater; // a background poller, only while an arrow or the track is held
 };

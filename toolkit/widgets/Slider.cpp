@@ -43,44 +43,6 @@ Slider::Slider(uint16_t width, uint16_t height, const Palette& palette, Canvas* 
 {
 }
 
-Slider::Slider(const Slider& other)
-    : EventHandler(other)
-    , Cv::InternalRefCount(other)
-    , iVirtual(other)
-    , iObject(other)
-    , Glob(other)
-    , TabOrderable(other)
-    , ValWidget<double>(other)
-    , m_colour(other.m_colour)
-    , m_min(other.m_min)
-    , m_max(other.m_max)
-    , m_value(other.m_value)
-    , m_step(other.m_step)
-    , m_poi(other.m_poi)
-{
-}
-
-Slider::Slider(Slider&& other) : Slider(static_cast<const Slider&>(other)) {}
-
-Slider& Slider::operator=(const Slider& other)
-{
-    if (this == &other)
-        return *this;
-    Glob::operator=(other);
-    m_colour = other.m_colour;
-    m_min = other.m_min;
-    m_max = other.m_max;
-    m_value = other.m_value;
-    m_step = other.m_step;
-    m_poi = other.m_poi;
-    return *this;
-}
-
-Slider& Slider::operator=(Slider&& other)
-{
-    return *this = static_cast<const Slider&>(other);
-}
-
 Slider::~Slider() = default;
 
 LightweightString<char> Slider::idstring() const
@@ -228,16 +190,16 @@ bool Slider::react(const Event& event)
         return true;
     }
     case Event::MouseDrag:
-        if (!m_dragging)
+        if (!*m_dragging)
             return false;
-        userChange(xToValue(event.pos.x - m_grip), kDataChangeInteractive);
+        userChange(xToValue(event.pos.x - *m_grip), kDataChangeInteractive);
         return true;
     case Event::MouseUp:
-        if (event.button != Event::LeftButton || !m_dragging)
+        if (event.button != Event::LeftButton || !*m_dragging)
             return false;
         m_dragging = false;
         redraw();
-        userChange(xToValue(event.pos.x - m_grip), kDataChangeFinal);
+        userChange(xToValue(event.pos.x - *m_grip), kDataChangeFinal);
         return true;
     case Event::MouseWheel:
         if (event.wheelDelta == 0)
@@ -310,8 +272,8 @@ void Slider::drawText()
 
     const GlobBox thumb = thumbBox();
     const StylePainter::ButtonState state = !enabled ? StylePainter::Disabled
-                                            : m_dragging ? StylePainter::Pressed
-                                            : m_hover    ? StylePainter::Hovered
+                                            : *m_dragging ? StylePainter::Pressed
+                                            : *m_hover    ? StylePainter::Hovered
                                                          : StylePainter::Normal;
     StylePainter::drawButton(p, thumb, pal, state);
 }

@@ -38,41 +38,6 @@ TextLabel::TextLabel(uint16_t width, uint16_t height, const Palette& palette, Ca
 {
 }
 
-TextLabel::TextLabel(const TextLabel& other)
-    : EventHandler(other)
-    , Cv::InternalRefCount(other)
-    , iVirtual(other)
-    , iObject(other)
-    , Glob(other)
-    , FontUser(other)
-    , m_text(other.m_text)
-    , m_colour(other.m_colour)
-    , m_alignment(other.m_alignment)
-    , m_wordWrap(other.m_wordWrap)
-{
-}
-
-TextLabel::TextLabel(TextLabel&& other) : TextLabel(static_cast<const TextLabel&>(other)) {}
-
-TextLabel& TextLabel::operator=(const TextLabel& other)
-{
-    if (this == &other)
-        return *this;
-    Glob::operator=(other);
-    FontUser::setFont(other.getFontDesc());
-    m_text = other.m_text;
-    m_colour = other.m_colour;
-    m_alignment = other.m_alignment;
-    m_wordWrap = other.m_wordWrap;
-    redraw();
-    return *this;
-}
-
-TextLabel& TextLabel::operator=(TextLabel&& other)
-{
-    return *this = static_cast<const TextLabel&>(other);
-}
-
 TextLabel::~TextLabel() = default;
 
 LightweightString<char> TextLabel::idstring() const

@@ -36,10 +36,10 @@ public:
 
     explicit TextLabel(const InitArgs& args);
     TextLabel(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
-    TextLabel(const TextLabel& other);
-    TextLabel(TextLabel&& other);
-    TextLabel& operator=(const TextLabel& other);
-    TextLabel& operator=(TextLabel&& other);
+    TextLabel(const TextLabel&) = default;
+    TextLabel(TextLabel&&) = default;
+    TextLabel& operator=(const TextLabel&) = default;
+    TextLabel& operator=(TextLabel&&) = default;
     ~TextLabel() override;
 
     LightweightString<char> idstring() const override;

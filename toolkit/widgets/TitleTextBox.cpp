@@ -30,34 +30,6 @@ TitleTextBox::TitleTextBox(uint16_t width, uint16_t height, const Palette& palet
 {
 }
 
-TitleTextBox::TitleTextBox(const TitleTextBox& other)
-    : EventHandler(other)
-    , Cv::InternalRefCount(other)
-    , iVirtual(other)
-    , iObject(other)
-    , TextBoxBase(other)
-    , m_title(other.m_title)
-    , m_entryWidth(other.m_entryWidth)
-{
-}
-
-TitleTextBox::TitleTextBox(TitleTextBox&& other) : TitleTextBox(static_cast<const TitleTextBox&>(other)) {}
-
-TitleTextBox& TitleTextBox::operator=(const TitleTextBox& other)
-{
-    if (this == &other)
-        return *this;
-    TextBoxBase::operator=(other);
-    m_title = other.m_title;
-    m_entryWidth = other.m_entryWidth;
-    return *this;
-}
-
-TitleTextBox& TitleTextBox::operator=(TitleTextBox&& other)
-{
-    return *this = static_cast<const TitleTextBox&>(other);
-}
-
 TitleTextBox::~TitleTextBox() = default;
 
 LightweightString<char> TitleTextBox::idstring() const
