@@ -1,6 +1,6 @@
 #include "parampanels/UIBuilderParams.h"
 
-#include "parampanels/Conditions.h"
+#include "parampanels/detail/Conditions.h"
 #include "toolkit/support/Configb.h"
 #include "toolkit/support/params/ActionParam.h"
 

@@ -9,8 +9,6 @@
 #include <algorithm>
 #include <optional>
 
-const char* const Button::clickMsg = "button_clicked";
-
 // A list makes one button per line: what a button adds to a Glob is watched like the Glob itself.
 static_assert(sizeof(Button) <= sizeof(Glob) + 48, "Button grew: move rarely used state into Button::Extras");
 

@@ -9,9 +9,6 @@
 
 #include <algorithm>
 
-const char* const Checkbox::checkedMsg = "Checkbox on";
-const char* const Checkbox::uncheckedMsg = "Checkbox off";
-
 namespace {
 
 int boxSize(int height)

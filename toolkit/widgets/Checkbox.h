@@ -78,11 +78,12 @@ public:
     // The box, in the check box's own coordinates.
     GlobBox boxArea() const;
 
-    static const char* const checkedMsg;
-    static const char* const uncheckedMsg;
+    static constexpr const char* checkedMsg = "Checkbox on";
+    static constexpr const char* uncheckedMsg = "Checkbox off";
     // Whether a message name is one of the two above.
     static bool isCheckboxMsg(const LightweightString<char>& name);
 
+    // Called by the toolkit
     bool react(const Event& event) override;
     void drawBackground() override;
     void drawText() override;

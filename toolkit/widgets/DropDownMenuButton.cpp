@@ -10,8 +10,6 @@
 #include <algorithm>
 #include <array>
 
-const char* const DropDownMenuButton::dropDownMenuButtonMsg = "drop_down_menu_button_chosen";
-
 namespace {
 
 // The part of the face on the right that holds the arrow: square, as high as the button.

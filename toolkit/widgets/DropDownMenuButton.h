@@ -92,9 +92,9 @@ public:
     MenuGlob* getOpenMenu() const;
     void closeMenu();
 
-    static const char* const dropDownMenuButtonMsg;
+    static constexpr const char* dropDownMenuButtonMsg = "drop_down_menu_button_chosen";
 
-    // ---- Overrides
+    // Called by the toolkit
     bool react(const Event& event) override;
     bool handleMessageEvent(LightweightString<char> name, Glob* sender) override;
     void drawText() override;

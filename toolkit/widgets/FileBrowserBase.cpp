@@ -17,9 +17,6 @@
 #include <string>
 #include <system_error>
 
-const char* const FileBrowserBase::chosenMsg = "file_browser_chosen";
-const char* const FileBrowserBase::cancelledMsg = "file_browser_cancelled";
-
 namespace {
 
 constexpr uint16_t standardWidth = 460;

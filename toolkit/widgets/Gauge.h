@@ -54,6 +54,7 @@ public:
     // Where the bar is filled to, in the gauge's own coordinates.
     int filledRight() const;
 
+    // Called by the toolkit
     void drawBackground() override;
     void drawText() override;
 

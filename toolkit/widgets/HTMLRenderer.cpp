@@ -13,8 +13,6 @@
 #include <cwctype>
 #include <optional>
 
-const char* const HTMLRenderer::linkClickedMsg = "html_link";
-
 namespace {
 
 const bool registeredByName = GlobManager::registerWidget<HTMLRenderer>("HTMLRenderer");

@@ -111,10 +111,11 @@ public:
     // The address of the link at a point of the widget, or empty.
     std::wstring linkAt(XY<int> local) const;
 
-    static const char* const linkClickedMsg;
+    static constexpr const char* linkClickedMsg = "html_link";
     static bool isLinkMsg(const LightweightString<char>& message);
     static LightweightString<wchar_t> linkFromMsg(const LightweightString<char>& message);
 
+    // Called by the toolkit
     bool react(const Event& event) override;
     void drawText() override;
     int contextCursor(const XY<int>& local) override;

@@ -36,6 +36,7 @@ public:
     // Where the picture is drawn, in the button's own coordinates (empty without a picture).
     GlobBox imageArea() const;
 
+    // Called by the toolkit
     void drawText() override;
 
 private:

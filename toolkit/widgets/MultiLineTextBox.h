@@ -52,6 +52,7 @@ public:
     // The lines the text takes at the box's width.
     int getNumLines() const;
 
+    // Called by the toolkit
     void drawText() override;
 
 private:

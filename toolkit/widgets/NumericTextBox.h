@@ -72,6 +72,7 @@ public:
     using ValWidget<double>::setDataAdaptor;
 
 protected:
+    // Called by the toolkit
     bool handleKey(const Event& event) override;
     void prepareCommit() override;
     using TextBoxBase::showValue;

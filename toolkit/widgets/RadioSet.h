@@ -236,6 +236,7 @@ public:
 
     static XY<int> calcSize(const std::vector<UIString>& labels, bool row);
 
+    // Called by the toolkit
     bool handleMessageEvent(LightweightString<char> name, Glob* sender) override;
     void setActive(bool active, eRedrawFlag redraw = Redraw) override;
 

@@ -11,10 +11,6 @@
 #include <array>
 #include <cmath>
 
-const char* const ScrollBar::thumbMovedMsg = "scrollbar_thumb_moved";
-const char* const ScrollBar::upButtonPressedMsg = "scrollbar_up_pressed";
-const char* const ScrollBar::downButtonPressedMsg = "scrollbar_down_pressed";
-
 namespace {
 
 // A thumb is never thinner than this, so it can still be gripped when the view is a sliver of the whole.

@@ -66,14 +66,15 @@ public:
     GlobBox trackBox() const;
     GlobBox thumbBox() const;
 
-    static const char* const thumbMovedMsg;
-    static const char* const upButtonPressedMsg;
-    static const char* const downButtonPressedMsg;
+    static constexpr const char* thumbMovedMsg = "scrollbar_thumb_moved";
+    static constexpr const char* upButtonPressedMsg = "scrollbar_up_pressed";
+    static constexpr const char* downButtonPressedMsg = "scrollbar_down_pressed";
     static bool isScrollBarMsg(const LightweightString<char>& name);
 
     static constexpr double repeatDelay = 400.0;
     static constexpr double repeatInterval = 50.0;
 
+    // Called by the toolkit
     bool react(const Event& event) override;
     void setActive(bool active, eRedrawFlag redraw = Redraw) override;
     void drawBackground() override;

@@ -10,8 +10,6 @@
 #include <array>
 #include <cmath>
 
-const char* const Slider::changedMsg = "slider_changed";
-
 namespace {
 
 constexpr int thumbWidth = 10;

@@ -65,7 +65,6 @@ public:
     double getMaximum() const { return m_max; }
     // Moves the thumb; the value is clamped to the range (NaN is ignored). Tells nobody.
     void setPosition(double value);
-    double getPosition() const { return m_value; }
     double getValue() const { return m_value; }
     void setPointOfInterest(double value);
     void clearPointOfInterest();
@@ -83,8 +82,9 @@ public:
     double xToValue(double x) const;
     GlobBox thumbBox() const;
 
-    static const char* const changedMsg;
+    static constexpr const char* changedMsg = "slider_changed";
 
+    // Called by the toolkit
     bool react(const Event& event) override;
     void drawBackground() override;
     void drawText() override;

@@ -14,11 +14,6 @@
 #include <cmath>
 #include <cwctype>
 
-const char* const TextBoxBase::changedMsg = "text_changed";
-const char* const TextBoxBase::returnPressedMsg = "ReturnPressed";
-const char* const TextBoxBase::commitMsg = "text_commit";
-const char* const TextBoxBase::focusLostMsg = "text_focus_lost";
-
 namespace {
 
 // Space between the well's edge and the text.

@@ -59,6 +59,7 @@ public:
     // The lines the text takes at the label's width (1 without word wrap).
     int getNumLines() const;
 
+    // Called by the toolkit
     void drawText() override;
 
 private:

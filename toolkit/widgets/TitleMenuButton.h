@@ -59,7 +59,7 @@ public:
     LightweightString<wchar_t> getSelectedItemNameW() const;
     bool setSelectedItem(const MenuItemIndex& which);
 
-    // ---- Overrides
+    // Called by the toolkit
     bool react(const Event& event) override;
     void drawText() override;
     void reshape() override;

@@ -46,6 +46,8 @@ public:
     uint16_t getEntryWidth() const;
 
     GlobBox entryArea() const override;
+
+    // Called by the toolkit
     void drawBackground() override;
 
 private:
