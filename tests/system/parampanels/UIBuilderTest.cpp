@@ -472,3 +472,17 @@ TEST(UIBuilderActions, ListRowsFollowTheParameterClassAndJoinTheTabOrder)
     const std::vector<Glob*> expected{ row(params, "b"), host->getSlider(), host->getNumberBox(), row(params, "t") };
     EXPECT_EQ(stops, expected);
 }
+
+TEST(UIBuilderActions, ListBuiltRowWithTheClampingFlagOffShowsItsRange)
+{
+    UiHarness ui;
+    StandardPanel* panel = makePanel(ui);
+    UIBuilder::ParamList list;
+    list.push_back(Cv::make<GenericParam::IntParam>(L"Int param", "i", ResId(), 5, 0, 20, false));
+    const auto params = UIBuilder::build(list, panel);
+    auto* host = rowAs<HostPanel>(params, "i");
+    ASSERT_TRUE(host);
+    EXPECT_EQ(host->getSlider()->getMinimum(), 0.0);
+    EXPECT_EQ(host->getSlider()->getMaximum(), 20.0);
+    EXPECT_EQ(host->getNumberBox()->getMaximum(), 20.0);
+}
