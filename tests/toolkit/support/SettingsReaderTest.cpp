@@ -61,9 +61,15 @@ TEST_F(SettingsReaderTest, ListDropsEmptyItems)
     EXPECT_EQ(reader.list("l"), wide({L"a", L"b"}));
 }
 
-TEST_F(SettingsReaderTest, ListItemsAreTrimmedAndKeepTheirOrder)
+TEST_F(SettingsReaderTest, ListItemsAreTrimmed)
 {
-    put("l", " Three , One,Two ");
+    put("l", " a ,\tb\t");
+    EXPECT_EQ(reader.list("l"), wide({L"a", L"b"}));
+}
+
+TEST_F(SettingsReaderTest, ListKeepsTheOrderWritten)
+{
+    put("l", "Three,One,Two");
     EXPECT_EQ(reader.list("l"), wide({L"Three", L"One", L"Two"}));
 }
 
@@ -80,22 +86,30 @@ TEST_F(SettingsReaderTest, EmptyListTextIsAnEmptyList)
     EXPECT_TRUE(reader.list("l")->empty());
 }
 
-TEST_F(SettingsReaderTest, IntegerRejectsTrailingTextAndOverflow)
+TEST_F(SettingsReaderTest, IntegerRejectsTextThatIsNotOneIntInRange)
 {
     for (const char* bad : {"12px", "1.5", "", "99999999999", "0x10"}) {
         put("i", bad);
         EXPECT_FALSE(reader.integer("i")) << bad;
     }
+}
+
+TEST_F(SettingsReaderTest, IntegerReadsASignedNumberBetweenBlanks)
+{
     put("i", " -42 ");
     EXPECT_EQ(reader.integer("i"), -42);
 }
 
-TEST_F(SettingsReaderTest, NumberRejectsNonFiniteAndTrailingText)
+TEST_F(SettingsReaderTest, NumberRejectsTextThatIsNotOneFiniteNumber)
 {
     for (const char* bad : {"inf", "nan", "2.5s", "", "1e999"}) {
         put("n", bad);
         EXPECT_FALSE(reader.number("n")) << bad;
     }
+}
+
+TEST_F(SettingsReaderTest, NumberReadsAnExponent)
+{
     put("n", "-1e3");
     EXPECT_EQ(reader.number("n"), -1000.0);
 }

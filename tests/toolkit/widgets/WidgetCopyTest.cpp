@@ -28,7 +28,7 @@ protected:
 
 } // namespace
 
-TEST_F(WidgetCopyTest, CopiedCheckboxShowsTheSameLabelValueAndStyle)
+TEST_F(WidgetCopyTest, CopiedCheckboxShowsWhatTheOriginalShows)
 {
     auto* box = ui.make<Checkbox>(Checkbox::InitArgs(UIString(L"Loop"), true, Checkbox::LegendRow, 120),
                                   Glob::BottomLeft(10, 10));
