@@ -34,6 +34,7 @@ public:
     // The wrapped widget, or null when there is none (or it has been destroyed since).
     Glob* getGlob() const;
 
+    // Called by the toolkit
     XY<int> getMinSize() const override;
     void resize(double width, double height) override;
     // Shows or hides the wrapped widget with the panel.
@@ -41,6 +42,7 @@ public:
     LightweightString<char> idstring() const override;
 
 protected:
+    // Called by the toolkit
     void drawBackground() override;
 
 private:

@@ -12,10 +12,6 @@ StartupSettings::Values& stored()
     return values;
 }
 
-// Reads the settings while the library loads, so that a later change to the configuration file does not
-// reach a process that is already running.
-[[maybe_unused]] const bool readAtLoad = (stored(), true);
-
 } // namespace
 
 StartupSettings::Values StartupSettings::fromConfig(const Reader& read)

@@ -9,7 +9,8 @@
 //     action_params_on_menu        0        true when the value is not 0 (action parameters become menu items)
 //
 // The accessors may be called at any time, even from another library's static initialiser before ours has
-// run: the first call reads the settings, and the library's own initialiser makes that happen at load.
+// run: the first call reads the settings, and frame/LibraryStartup.cpp makes that happen at load, after the
+// commands are registered, so a later change to the configuration does not reach a running process.
 
 #include <functional>
 #include <string_view>

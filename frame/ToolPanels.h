@@ -1,8 +1,9 @@
 #pragma once
 // Opening a tool or test panel: the one way the library's diagnostic commands put a panel on the screen.
 //
-//     static CommandRegistrar cmd("MyTool", [] { openToolPanel(new MyToolPanel(args), ToolPlacement::Centred); },
-//                                 ...);
+//     void openMyTool() { openToolPanel(new MyToolPanel(args), ToolPlacement::Centred); }
+//
+// and frame/LibraryStartup.cpp registers openMyTool (declared in frame/ToolCommands.h) as a command.
 //
 // The panel is placed as a top-level widget, then moved the least distance that keeps it wholly on the screen
 // (a panel larger than the screen keeps its top-left, and so its title bar, visible), and shown. Redraws are

@@ -1,6 +1,7 @@
 #include "frame/Version.h"
 
+// TESSELPLUS_VERSION is the project version of the build (CMakeLists.txt), so the two cannot drift apart.
 const char* tesselPlusDllVersionStr()
 {
-    return "0.1.0.0";
+    return TESSELPLUS_VERSION;
 }

@@ -1,8 +1,8 @@
 // Arbitrary bytes as a parameter description. Every entry must read into a parameter of the kind its "type"
 // names, or into none; an applying range must hold the value; and saving then restoring the parameters must
 // leave every value as it was.
-#include "parampanels/Conditions.h"
-#include "parampanels/DescriptionReader.h"
+#include "parampanels/detail/Conditions.h"
+#include "parampanels/detail/DescriptionReader.h"
 #include "parampanels/UIBuilderParams.h"
 #include "toolkit/support/Configb.h"
 #include "toolkit/support/JSON.h"

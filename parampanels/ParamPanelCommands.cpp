@@ -1,17 +1,15 @@
-// The commands that open the parameter panels' test panels.
+// The openers of the parameter panels' test panels; frame/LibraryStartup.cpp registers them as commands.
+#include "frame/ToolCommands.h"
 #include "frame/ToolPanels.h"
 #include "parampanels/UIBuilderTest2Panel.h"
 #include "parampanels/UIBuilderTestPanel.h"
-#include "toolkit/support/CommandRegistry.h"
 
-namespace {
+void openUIBuilderTestPanel()
+{
+    openToolPanel(new UIBuilderTestPanel(), ToolPlacement::Centred);
+}
 
-const CommandRegistrar uiBuilderTestPanel(
-    "makeUIBuilderTestPanel", [] { openToolPanel(new UIBuilderTestPanel(), ToolPlacement::Centred); }, UIString(),
-    UIString(), cmdScopeTools);
-
-const CommandRegistrar uiBuilderTest2(
-    "UIBuilderTest2", [] { openToolPanel(new UIBuilderTest2Panel(), ToolPlacement::Centred); }, UIString(),
-    UIString(), cmdScopeTools);
-
-} // namespace
+void openUIBuilderTest2Panel()
+{
+    openToolPanel(new UIBuilderTest2Panel(), ToolPlacement::Centred);
+}

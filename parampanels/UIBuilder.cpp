@@ -1,10 +1,10 @@
 #include "parampanels/UIBuilder.h"
 
 #include "frame/StartupSettings.h"
-#include "parampanels/Conditions.h"
-#include "parampanels/DescriptionReader.h"
-#include "parampanels/HostPanel.h"
-#include "parampanels/RemappingValAdaptor.h"
+#include "parampanels/detail/Conditions.h"
+#include "parampanels/detail/DescriptionReader.h"
+#include "parampanels/detail/HostPanel.h"
+#include "parampanels/detail/RemappingValAdaptor.h"
 #include "parampanels/UIBuilderParams.h"
 #include "toolkit/gfx/FontDesc.h"
 #include "toolkit/support/AttribValuePair.h"
@@ -352,10 +352,11 @@ void UIBuilder::makeChoiceWidget(const Cv::Ptr<GenericParam::iParam>& param)
 
 namespace {
 
-// The range a numeric row shows: only one that applies.
+// The range a numeric row shows: any with two different ends, whether or not it clamps the parameter's values,
+// so a list-built parameter that only suggests a range still gets a slider across it.
 template <typename T> std::optional<std::pair<double, double>> rangeOf(const GenericParam::RangedParam<T>& param)
 {
-    if (!param.isRangeEnabled())
+    if (param.getMinValue() == param.getMaxValue())
         return std::nullopt;
     return std::pair<double, double>(param.getMinValue(), param.getMaxValue());
 }

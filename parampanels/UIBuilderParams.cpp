@@ -1,6 +1,6 @@
 #include "parampanels/UIBuilderParams.h"
 
-#include "parampanels/Conditions.h"
+#include "parampanels/detail/Conditions.h"
 #include "toolkit/support/Configb.h"
 #include "toolkit/support/params/ActionParam.h"
 
@@ -171,15 +171,14 @@ int UIBuilder::Params::handleActionParam(const NotifyMsg& msg)
     if (!action)
         return 0;
     Cv::DestructionWatch::Scope scope(m_watch);
-    // Restoring the earlier state rather than forcing it on keeps an action started from inside another
-    // action batched with the outer one.
-    const bool wasEnabled = m_modificationsEnabled;
     m_modificationsEnabled = false;
     const ParamList params = m_params; // the action may drop this Params while it runs
     const bool changed = action->invoke(params);
     if (scope.ownerGone())
         return 0;
-    m_modificationsEnabled = wasEnabled;
+    // Switched back on, not restored: an action run from inside another action is heard when it ends, and
+    // the outer one's later changes are then reported one by one.
+    m_modificationsEnabled = true;
     if (changed)
         handleParameterModification(msg);
     return 0;

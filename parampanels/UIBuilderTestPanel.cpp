@@ -34,8 +34,6 @@ StandardPanel::InitArgs panelArgs()
 
 } // namespace
 
-const char* const UIBuilderTestPanel::buildMsg = "uibuilder_test_build";
-
 UIBuilderTestPanel::UIBuilderTestPanel()
     : StandardPanel(panelArgs())
 {

@@ -25,9 +25,10 @@ public:
     const Cv::Ptr<UIBuilder::Params>& getParams() const { return m_params; }
     LightweightString<wchar_t> getStatus() const;
 
+    // Called by the toolkit
     bool handleMessageEvent(LightweightString<char> name, Glob* sender) override;
 
-    static const char* const buildMsg;
+    static constexpr const char* buildMsg = "uibuilder_test_build";
 
 private:
     void setStatus(const LightweightString<wchar_t>& text);

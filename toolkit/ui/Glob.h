@@ -195,7 +195,7 @@ public:
     // painter and call draw()), or, when there is none, a painter that draws nothing.
     Pictor::Painter& painter() const;
 
-    // ---- Overridable operations
+    // Called by the toolkit
     bool react(const Event& event) override;
     // Answers whether the message was handled.
     virtual bool handleMessageEvent(LightweightString<char> name, Glob* sender);

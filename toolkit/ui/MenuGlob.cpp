@@ -12,9 +12,6 @@
 #include <cmath>
 #include <cwctype>
 
-const char* const MenuGlob::cancelledMsg = "menu_cancelled";
-const char* const MenuGlob::chosenMsg = "menu_chosen";
-
 LightweightString<wchar_t> MenuItem::getDisplayText() const
 {
     return applyResStrFmt(m_label.getString(), m_format);

@@ -102,10 +102,10 @@ public:
     // Closes the pop-up without a choice. Does nothing for a menu that is not a pop-up.
     void dismiss();
 
-    static const char* const cancelledMsg;
-    static const char* const chosenMsg;
+    static constexpr const char* cancelledMsg = "menu_cancelled";
+    static constexpr const char* chosenMsg = "menu_chosen";
 
-    // ---- Overrides
+    // Called by the toolkit
     bool react(const Event& event) override;
     bool handleMouseEvent(const Event& event) override;
     void drawBackground() override;

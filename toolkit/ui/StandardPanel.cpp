@@ -10,8 +10,6 @@
 #include <algorithm>
 #include <array>
 
-const char* const StandardPanel::doItMsg = "standard_panel_do_it";
-
 namespace {
 
 int borderWidthFor(StandardPanel::BorderStyle style)

@@ -111,9 +111,9 @@ public:
     GlobBox getStandardWidgetBox(StandardWidgets widget) const;
 
     // The message of the panel's commit button (and of anything that commits the panel, such as Return).
-    static const char* const doItMsg;
+    static constexpr const char* doItMsg = "standard_panel_do_it";
 
-    // ---- Overrides
+    // Called by the toolkit
     bool react(const Event& event) override;
     bool handleMessageEvent(LightweightString<char> name, Glob* sender) override;
     bool handleMouseEvent(const Event& event) override;

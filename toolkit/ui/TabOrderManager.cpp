@@ -58,7 +58,7 @@ bool canTakeFocus(Glob* g)
     return orderable && orderable->acceptsFocus() && g->isShowing() && g->isEnabledInTree();
 }
 
-Glob* move(Glob* from, int direction)
+Glob* stepFocus(Glob* from, int direction)
 {
     Screen* screen = Screen::current();
     Glob* start = from ? from : (screen ? screen->getFocus() : nullptr);
@@ -155,10 +155,10 @@ std::vector<Glob*> TabOrderManager::getTabStops(Glob* widget)
 
 Glob* TabOrderManager::incrementTabStop(Glob* from)
 {
-    return move(from, +1);
+    return stepFocus(from, +1);
 }
 
 Glob* TabOrderManager::decrementTabStop(Glob* from)
 {
-    return move(from, -1);
+    return stepFocus(from, -1);
 }

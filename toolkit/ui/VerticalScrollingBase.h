@@ -56,7 +56,7 @@ public:
     // The scroll bar's strip, in the panel's coordinates.
     GlobBox getScrollBarBox() const;
 
-    // ---- Overrides
+    // Called by the toolkit
     bool react(const Event& event) override;
     bool handleMouseEvent(const Event& event) override;
     void reshape() override;

@@ -1,5 +1,6 @@
 #include "toolkit/widgets/Button.h"
 
+#include "toolkit/support/SettingsReader.h"
 #include "toolkit/gfx/Font.h"
 #include "toolkit/gfx/Painter.h"
 #include "toolkit/ui/GlobManager.h"
@@ -7,8 +8,6 @@
 
 #include <algorithm>
 #include <optional>
-
-const char* const Button::clickMsg = "button_clicked";
 
 // A list makes one button per line: what a button adds to a Glob is watched like the Glob itself.
 static_assert(sizeof(Button) <= sizeof(Glob) + 48, "Button grew: move rarely used state into Button::Extras");
@@ -36,9 +35,7 @@ const bool registeredByName = GlobManager::registerWidget<Button>("Button");
 
 Button::InitArgs::InitArgs(const GlobCreationInfo& info) : GlobCreationInfo(info)
 {
-    LightweightString<char> text;
-    if (info.config.in("label", text) == 0)
-        label = UIString(fromUTF8(text.view()));
+    label = SettingsReader(info.config).text("label").value_or(label.getString());
 }
 
 Button::Button(const InitArgs& args) : Glob(args)

@@ -134,9 +134,9 @@ public:
     iButtonGroup* getGroup() const;
 
     // The default message to the owner when the button is activated.
-    static const char* const clickMsg;
+    static constexpr const char* clickMsg = "button_clicked";
 
-    // ---- Overrides
+    // Called by the toolkit
     bool react(const Event& event) override;
     void drawBackground() override;
     void drawBorder() override;

@@ -1,5 +1,6 @@
 #include "toolkit/widgets/Checkbox.h"
 
+#include "toolkit/support/SettingsReader.h"
 #include "toolkit/gfx/Font.h"
 #include "toolkit/gfx/Painter.h"
 #include "toolkit/ui/GlobManager.h"
@@ -7,9 +8,6 @@
 #include "toolkit/ui/UifStd.h"
 
 #include <algorithm>
-
-const char* const Checkbox::checkedMsg = "Checkbox on";
-const char* const Checkbox::uncheckedMsg = "Checkbox off";
 
 namespace {
 
@@ -24,11 +22,9 @@ const bool registeredByName = GlobManager::registerWidget<Checkbox>("Checkbox");
 
 Checkbox::InitArgs::InitArgs(const GlobCreationInfo& info) : GlobCreationInfo(info)
 {
-    LightweightString<char> text;
-    if (info.config.in("label", text) == 0)
-        label = UIString(fromUTF8(text.view()));
-    if (info.config.in("value", text) == 0)
-        value = text == "1" || text == "true" || text == "yes";
+    const SettingsReader settings(info.config);
+    label = settings.text("label").value_or(label.getString());
+    value = settings.boolean("value").value_or(value);
 }
 
 Checkbox::Checkbox(const InitArgs& args)
@@ -42,40 +38,6 @@ Checkbox::Checkbox(const InitArgs& args)
 Checkbox::Checkbox(uint16_t width, uint16_t height, const Palette& palette, Canvas* canvas)
     : Glob(width, height ? height : static_cast<uint16_t>(UifStd::getButtonHeight()), palette, canvas)
 {
-}
-
-Checkbox::Checkbox(const Checkbox& other)
-    : EventHandler(other)
-    , Cv::InternalRefCount(other)
-    , iVirtual(other)
-    , iObject(other)
-    , Glob(other)
-    , TabOrderable(other)
-    , ValWidget<bool>(other)
-    , m_label(other.m_label)
-    , m_labelWidth(other.m_labelWidth)
-    , m_style(other.m_style)
-    , m_value(other.m_value)
-{
-}
-
-Checkbox::Checkbox(Checkbox&& other) : Checkbox(static_cast<const Checkbox&>(other)) {}
-
-Checkbox& Checkbox::operator=(const Checkbox& other)
-{
-    if (this == &other)
-        return *this;
-    Glob::operator=(other);
-    m_label = other.m_label;
-    m_labelWidth = other.m_labelWidth;
-    m_style = other.m_style;
-    m_value = other.m_value;
-    return *this;
-}
-
-Checkbox& Checkbox::operator=(Checkbox&& other)
-{
-    return *this = static_cast<const Checkbox&>(other);
 }
 
 Checkbox::~Checkbox() = default;
@@ -165,7 +127,7 @@ bool Checkbox::react(const Event& event)
     switch (event.type) {
     case Event::MouseEnter:
     case Event::MouseLeave:
-        if (m_hover != (event.type == Event::MouseEnter)) {
+        if (*m_hover != (event.type == Event::MouseEnter)) {
             m_hover = event.type == Event::MouseEnter;
             redraw(boxArea().expanded(1));
         }
@@ -174,7 +136,7 @@ bool Checkbox::react(const Event& event)
     case Event::MouseDrag:
     case Event::MouseUp: {
         // The box and its label are one target.
-        const ClickTracker::Result result = m_click.track(event, getLocalBox(), isEnabledInTree());
+        const ClickTracker::Result result = m_click->track(event, getLocalBox(), isEnabledInTree());
         if (result == ClickTracker::Clicked)
             toggle();
         return result != ClickTracker::Ignored;
@@ -205,7 +167,7 @@ void Checkbox::drawBackground()
     const bool enabled = isEnabledInTree();
     const GlobBox box = boxArea();
     StylePainter::drawCheckBox(p, box, pal, m_value, enabled);
-    if (m_hover && enabled)
+    if (*m_hover && enabled)
         p.strokeRect(box, pal.highlight());
     if (hasFocus())
         StylePainter::drawFocusRing(p, getLocalBox(), pal);

@@ -20,6 +20,7 @@
 #include "toolkit/ui/ClickTracker.h"
 #include "toolkit/ui/Glob.h"
 #include "toolkit/ui/TabOrderable.h"
+#include "toolkit/ui/Transient.h"
 #include "toolkit/widgets/ValWidget.h"
 
 #include <cstdint>
@@ -41,7 +42,8 @@ public:
             : GlobCreationInfo(w, h, pal, c), label(std::move(labelText)), value(initialValue), style(boxStyle)
         {
         }
-        // For check boxes made by type name: the "label" and "value" (0 or 1) settings of the info.
+        // For check boxes made by type name: the "label" (text) and "value" (boolean) settings, read by
+        // SettingsReader.
         InitArgs(const GlobCreationInfo& info);
 
         UIString label;
@@ -51,10 +53,10 @@ public:
 
     explicit Checkbox(const InitArgs& args);
     Checkbox(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
-    Checkbox(const Checkbox& other);
-    Checkbox(Checkbox&& other);
-    Checkbox& operator=(const Checkbox& other);
-    Checkbox& operator=(Checkbox&& other);
+    Checkbox(const Checkbox&) = default;
+    Checkbox(Checkbox&&) = default;
+    Checkbox& operator=(const Checkbox&) = default;
+    Checkbox& operator=(Checkbox&&) = default;
     ~Checkbox() override;
 
     LightweightString<char> idstring() const override;
@@ -76,11 +78,12 @@ public:
     // The box, in the check box's own coordinates.
     GlobBox boxArea() const;
 
-    static const char* const checkedMsg;
-    static const char* const uncheckedMsg;
+    static constexpr const char* checkedMsg = "Checkbox on";
+    static constexpr const char* uncheckedMsg = "Checkbox off";
     // Whether a message name is one of the two above.
     static bool isCheckboxMsg(const LightweightString<char>& name);
 
+    // Called by the toolkit
     bool react(const Event& event) override;
     void drawBackground() override;
     void drawText() override;
@@ -95,6 +98,6 @@ private:
     uint16_t m_labelWidth = 0;
     uint8_t m_style = BoxFirst;
     bool m_value = false;
-    bool m_hover = false;
-    ClickTracker m_click;
+    Transient<bool> m_hover;
+    Transient<ClickTracker> m_click;
 };

@@ -48,6 +48,8 @@ protected:
     // For subclasses: answers true when it consumed the key.
     virtual bool filterKey(const Event& key);
     virtual void afterKey(const Event& key, bool handled);
+
+    // Called by the toolkit
     bool handleKey(const Event& event) override;
 
 private:

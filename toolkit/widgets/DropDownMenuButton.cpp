@@ -1,5 +1,6 @@
 #include "toolkit/widgets/DropDownMenuButton.h"
 
+#include "toolkit/support/SettingsReader.h"
 #include "toolkit/gfx/Font.h"
 #include "toolkit/gfx/Painter.h"
 #include "toolkit/ui/GlobManager.h"
@@ -8,8 +9,6 @@
 
 #include <algorithm>
 #include <array>
-
-const char* const DropDownMenuButton::dropDownMenuButtonMsg = "drop_down_menu_button_chosen";
 
 namespace {
 
@@ -31,17 +30,8 @@ DropDownMenuButton::InitArgs::InitArgs(const std::vector<UIString>& labels, Menu
 
 DropDownMenuButton::InitArgs::InitArgs(const GlobCreationInfo& info) : GlobCreationInfo(info)
 {
-    LightweightString<char> text;
-    if (info.config.in("items", text) != 0)
-        return;
-    std::string_view rest = text.view();
-    while (!rest.empty()) {
-        const size_t comma = rest.find(',');
-        const std::string_view one = rest.substr(0, comma);
-        if (!one.empty())
-            items.emplace_back(UIString(fromUTF8(one)));
-        rest = comma == std::string_view::npos ? std::string_view() : rest.substr(comma + 1);
-    }
+    for (const auto& label : SettingsReader(info.config).list("items").value_or(SettingsReader::List()))
+        items.emplace_back(UIString(label));
 }
 
 DropDownMenuButton::DropDownMenuButton(const InitArgs& args)

@@ -36,7 +36,7 @@ public:
         }
         InitArgs(const std::vector<UIString>& labels, MenuItemIndex selection = MenuItemIndex(0), uint16_t w = 0,
                  uint16_t h = 0, const Palette& pal = Palette(), Canvas* c = nullptr);
-        // For buttons made by type name: the entries are the info's "items" setting, separated by commas.
+        // For buttons made by type name: the entries are the info's "items" setting, a SettingsReader list.
         InitArgs(const GlobCreationInfo& info);
 
         std::vector<MenuItem> items;
@@ -92,9 +92,9 @@ public:
     MenuGlob* getOpenMenu() const;
     void closeMenu();
 
-    static const char* const dropDownMenuButtonMsg;
+    static constexpr const char* dropDownMenuButtonMsg = "drop_down_menu_button_chosen";
 
-    // ---- Overrides
+    // Called by the toolkit
     bool react(const Event& event) override;
     bool handleMessageEvent(LightweightString<char> name, Glob* sender) override;
     void drawText() override;

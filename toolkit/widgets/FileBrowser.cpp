@@ -25,28 +25,6 @@ FileBrowser::FileBrowser(uint16_t width, uint16_t height, const Palette& palette
     init(defaultOptions);
 }
 
-FileBrowser::FileBrowser(const FileBrowser& other)
-    : EventHandler(other)
-    , Cv::InternalRefCount(other)
-    , iVirtual(other)
-    , iObject(other)
-    , FileBrowserBase(other)
-{
-}
-
-FileBrowser::FileBrowser(FileBrowser&& other) : FileBrowser(static_cast<const FileBrowser&>(other)) {}
-
-FileBrowser& FileBrowser::operator=(const FileBrowser& other)
-{
-    FileBrowserBase::operator=(other);
-    return *this;
-}
-
-FileBrowser& FileBrowser::operator=(FileBrowser&& other)
-{
-    return *this = static_cast<const FileBrowser&>(other);
-}
-
 FileBrowser::~FileBrowser() = default;
 
 LightweightString<char> FileBrowser::idstring() const

@@ -14,10 +14,10 @@ public:
     // A folder browser of the standard size starting in the user's home folder; `owner` hears the choice.
     FileBrowser(EventHandler* owner, XY<int> where);
     FileBrowser(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
-    FileBrowser(const FileBrowser& other);
-    FileBrowser(FileBrowser&& other);
-    FileBrowser& operator=(const FileBrowser& other);
-    FileBrowser& operator=(FileBrowser&& other);
+    FileBrowser(const FileBrowser&) = default;
+    FileBrowser(FileBrowser&&) = default;
+    FileBrowser& operator=(const FileBrowser&) = default;
+    FileBrowser& operator=(FileBrowser&&) = default;
     ~FileBrowser() override;
 
     LightweightString<char> idstring() const override;

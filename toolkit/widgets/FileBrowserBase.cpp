@@ -1,5 +1,6 @@
 #include "toolkit/widgets/FileBrowserBase.h"
 
+#include "toolkit/support/SettingsReader.h"
 #include "toolkit/gfx/Font.h"
 #include "toolkit/gfx/Painter.h"
 #include "toolkit/support/FileUtils.h"
@@ -15,9 +16,6 @@
 #include <filesystem>
 #include <string>
 #include <system_error>
-
-const char* const FileBrowserBase::chosenMsg = "file_browser_chosen";
-const char* const FileBrowserBase::cancelledMsg = "file_browser_cancelled";
 
 namespace {
 
@@ -96,9 +94,7 @@ FileBrowserBase::InitArgs::InitArgs(const GlobCreationInfo& info) : StandardPane
         width = standardWidth;
     if (height == 0)
         height = standardHeight;
-    LightweightString<char> text;
-    if (info.config.in("folder", text) == 0)
-        folder = fromUTF8(text.view());
+    folder = SettingsReader(info.config).text("folder").value_or(folder);
     resizable = true;
 }
 

@@ -106,8 +106,8 @@ public:
     // What Cancel does.
     void cancel();
 
-    static const char* const chosenMsg;
-    static const char* const cancelledMsg;
+    static constexpr const char* chosenMsg = "file_browser_chosen";
+    static constexpr const char* cancelledMsg = "file_browser_cancelled";
 
     // ---- Table adaptor
     unsigned getSize() override;
@@ -119,7 +119,7 @@ public:
     // Name (resizeable, filling the width), kind and date modified.
     std::vector<TableColumnDescription> getColumnDefinitions() override;
 
-    // ---- Overrides
+    // Called by the toolkit
     bool react(const Event& event) override;
     bool handleMessageEvent(LightweightString<char> name, Glob* sender) override;
     void reshape() override;

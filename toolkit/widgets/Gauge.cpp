@@ -31,40 +31,6 @@ Gauge::Gauge(uint16_t width, uint16_t height, const Palette& palette, Canvas* ca
 {
 }
 
-Gauge::Gauge(const Gauge& other)
-    : EventHandler(other)
-    , Cv::InternalRefCount(other)
-    , iVirtual(other)
-    , iObject(other)
-    , Glob(other)
-    , m_measure(other.m_measure)
-    , m_text(other.m_text)
-    , m_bar(other.m_bar)
-    , m_back(other.m_back)
-    , m_textCol(other.m_textCol)
-{
-}
-
-Gauge::Gauge(Gauge&& other) : Gauge(static_cast<const Gauge&>(other)) {}
-
-Gauge& Gauge::operator=(const Gauge& other)
-{
-    if (this == &other)
-        return *this;
-    Glob::operator=(other);
-    m_measure = other.m_measure;
-    m_text = other.m_text;
-    m_bar = other.m_bar;
-    m_back = other.m_back;
-    m_textCol = other.m_textCol;
-    return *this;
-}
-
-Gauge& Gauge::operator=(Gauge&& other)
-{
-    return *this = static_cast<const Gauge&>(other);
-}
-
 Gauge::~Gauge() = default;
 
 LightweightString<char> Gauge::idstring() const

@@ -28,10 +28,10 @@ public:
 
     explicit Gauge(const InitArgs& args);
     Gauge(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
-    Gauge(const Gauge& other);
-    Gauge(Gauge&& other);
-    Gauge& operator=(const Gauge& other);
-    Gauge& operator=(Gauge&& other);
+    Gauge(const Gauge&) = default;
+    Gauge(Gauge&&) = default;
+    Gauge& operator=(const Gauge&) = default;
+    Gauge& operator=(Gauge&&) = default;
     ~Gauge() override;
 
     LightweightString<char> idstring() const override;
@@ -54,6 +54,7 @@ public:
     // Where the bar is filled to, in the gauge's own coordinates.
     int filledRight() const;
 
+    // Called by the toolkit
     void drawBackground() override;
     void drawText() override;
 

@@ -1,5 +1,6 @@
 #include "toolkit/widgets/HTMLRenderer.h"
 
+#include "toolkit/support/SettingsReader.h"
 #include "toolkit/gfx/Font.h"
 #include "toolkit/gfx/Painter.h"
 #include "toolkit/ui/GlobManager.h"
@@ -11,8 +12,6 @@
 #include <cmath>
 #include <cwctype>
 #include <optional>
-
-const char* const HTMLRenderer::linkClickedMsg = "html_link";
 
 namespace {
 
@@ -469,9 +468,7 @@ int HTMLRenderer::calcNumDisplayLines(const HtmlDocument& doc, int width, const 
 
 HTMLRenderer::InitArgs::InitArgs(const GlobCreationInfo& info) : GlobCreationInfo(info)
 {
-    LightweightString<char> value;
-    if (info.config.in("markup", value) == 0)
-        markup = fromUTF8(value.view());
+    markup = SettingsReader(info.config).text("markup").value_or(markup);
 }
 
 HTMLRenderer::HTMLRenderer(const InitArgs& args)
@@ -485,38 +482,6 @@ HTMLRenderer::HTMLRenderer(const InitArgs& args)
 HTMLRenderer::HTMLRenderer(uint16_t width, uint16_t height, const Palette& palette, Canvas* canvas)
     : Glob(width, height, palette, canvas), m_gap(UifStd::getWidgetGap())
 {
-}
-
-HTMLRenderer::HTMLRenderer(const HTMLRenderer& other)
-    : EventHandler(other)
-    , Cv::InternalRefCount(other)
-    , iVirtual(other)
-    , iObject(other)
-    , Glob(other)
-    , FontUser(other)
-    , m_doc(other.m_doc)
-    , m_gap(other.m_gap)
-{
-}
-
-HTMLRenderer::HTMLRenderer(HTMLRenderer&& other) : HTMLRenderer(static_cast<const HTMLRenderer&>(other)) {}
-
-HTMLRenderer& HTMLRenderer::operator=(const HTMLRenderer& other)
-{
-    if (this == &other)
-        return *this;
-    Glob::operator=(other);
-    FontUser::setFont(other.getFontDesc());
-    m_doc = other.m_doc;
-    m_gap = other.m_gap;
-    m_linesValid = false;
-    redraw();
-    return *this;
-}
-
-HTMLRenderer& HTMLRenderer::operator=(HTMLRenderer&& other)
-{
-    return *this = static_cast<const HTMLRenderer&>(other);
 }
 
 HTMLRenderer::~HTMLRenderer() = default;
@@ -535,7 +500,7 @@ void HTMLRenderer::setDocument(HtmlDocument doc)
 {
     m_doc = std::move(doc);
     m_linesValid = false;
-    m_pressedLink.clear();
+    m_pressedLink.reset();
     redraw();
 }
 
@@ -610,12 +575,12 @@ int HTMLRenderer::contextCursor(const XY<int>& local)
 bool HTMLRenderer::react(const Event& event)
 {
     if (event.type == Event::MouseDown && event.button == Event::LeftButton) {
-        m_pressedLink = linkAt(event.pos);
-        return !m_pressedLink.empty();
+        *m_pressedLink = linkAt(event.pos);
+        return !m_pressedLink->empty();
     }
-    if (event.type == Event::MouseUp && event.button == Event::LeftButton && !m_pressedLink.empty()) {
-        const std::wstring pressed = std::move(m_pressedLink);
-        m_pressedLink.clear();
+    if (event.type == Event::MouseUp && event.button == Event::LeftButton && !m_pressedLink->empty()) {
+        const std::wstring pressed = std::move(*m_pressedLink);
+        m_pressedLink.reset();
         // Only a release on the link pressed opens it: sliding off is how a user changes their mind.
         if (linkAt(event.pos) == pressed) {
             LightweightString<char> msg(linkClickedMsg);

@@ -20,6 +20,7 @@
 #include "toolkit/support/Colour.h"
 #include "toolkit/support/LightweightString.h"
 #include "toolkit/ui/Glob.h"
+#include "toolkit/ui/Transient.h"
 
 #include <cstdint>
 #include <string>
@@ -84,10 +85,10 @@ public:
 
     explicit HTMLRenderer(const InitArgs& args);
     HTMLRenderer(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
-    HTMLRenderer(const HTMLRenderer& other);
-    HTMLRenderer(HTMLRenderer&& other);
-    HTMLRenderer& operator=(const HTMLRenderer& other);
-    HTMLRenderer& operator=(HTMLRenderer&& other);
+    HTMLRenderer(const HTMLRenderer&) = default;
+    HTMLRenderer(HTMLRenderer&&) = default;
+    HTMLRenderer& operator=(const HTMLRenderer&) = default;
+    HTMLRenderer& operator=(HTMLRenderer&&) = default;
     ~HTMLRenderer() override;
 
     LightweightString<char> idstring() const override;
@@ -110,10 +111,11 @@ public:
     // The address of the link at a point of the widget, or empty.
     std::wstring linkAt(XY<int> local) const;
 
-    static const char* const linkClickedMsg;
+    static constexpr const char* linkClickedMsg = "html_link";
     static bool isLinkMsg(const LightweightString<char>& message);
     static LightweightString<wchar_t> linkFromMsg(const LightweightString<char>& message);
 
+    // Called by the toolkit
     bool react(const Event& event) override;
     void drawText() override;
     int contextCursor(const XY<int>& local) override;
@@ -125,7 +127,7 @@ private:
     double topMargin() const;
 
     HtmlDocument m_doc;
-    std::wstring m_pressedLink;
+    Transient<std::wstring> m_pressedLink;
     int m_gap = 0;
     mutable std::vector<Line> m_lines;
     mutable bool m_linesValid = false;

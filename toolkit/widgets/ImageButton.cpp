@@ -35,30 +35,6 @@ ImageButton::ImageButton(uint16_t width, uint16_t height, const Palette& palette
 {
 }
 
-ImageButton::ImageButton(const ImageButton& other)
-    : EventHandler(other)
-    , Cv::InternalRefCount(other)
-    , iVirtual(other)
-    , iObject(other)
-    , Button(other)
-    , m_image(other.m_image)
-{
-}
-
-ImageButton::ImageButton(ImageButton&& other) : ImageButton(static_cast<const ImageButton&>(other)) {}
-
-ImageButton& ImageButton::operator=(const ImageButton& other)
-{
-    Button::operator=(other);
-    m_image = other.m_image;
-    return *this;
-}
-
-ImageButton& ImageButton::operator=(ImageButton&& other)
-{
-    return *this = static_cast<const ImageButton&>(other);
-}
-
 ImageButton::~ImageButton() = default;
 
 LightweightString<char> ImageButton::idstring() const

@@ -23,10 +23,10 @@ public:
 
     explicit ImageButton(const InitArgs& args);
     ImageButton(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
-    ImageButton(const ImageButton& other);
-    ImageButton(ImageButton&& other);
-    ImageButton& operator=(const ImageButton& other);
-    ImageButton& operator=(ImageButton&& other);
+    ImageButton(const ImageButton&) = default;
+    ImageButton(ImageButton&&) = default;
+    ImageButton& operator=(const ImageButton&) = default;
+    ImageButton& operator=(ImageButton&&) = default;
     ~ImageButton() override;
 
     LightweightString<char> idstring() const override;
@@ -36,6 +36,7 @@ public:
     // Where the picture is drawn, in the button's own coordinates (empty without a picture).
     GlobBox imageArea() const;
 
+    // Called by the toolkit
     void drawText() override;
 
 private:

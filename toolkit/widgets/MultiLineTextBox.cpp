@@ -1,5 +1,6 @@
 #include "toolkit/widgets/MultiLineTextBox.h"
 
+#include "toolkit/support/SettingsReader.h"
 #include "toolkit/gfx/Painter.h"
 #include "toolkit/gfx/WordWrappingTextRenderer.h"
 #include "toolkit/ui/GlobManager.h"
@@ -16,9 +17,7 @@ const bool registeredByName = GlobManager::registerWidget<MultiLineTextBox>("Mul
 
 MultiLineTextBox::InitArgs::InitArgs(const GlobCreationInfo& info) : GlobCreationInfo(info)
 {
-    LightweightString<char> value;
-    if (info.config.in("text", value) == 0)
-        text = fromUTF8(value.view());
+    text = SettingsReader(info.config).text("text").value_or(text);
 }
 
 MultiLineTextBox::MultiLineTextBox(const InitArgs& args)
@@ -33,42 +32,6 @@ MultiLineTextBox::MultiLineTextBox(const InitArgs& args)
 MultiLineTextBox::MultiLineTextBox(uint16_t width, uint16_t height, const Palette& palette, Canvas* canvas)
     : Glob(width, height, palette, canvas), m_gap(UifStd::getWidgetGap())
 {
-}
-
-MultiLineTextBox::MultiLineTextBox(const MultiLineTextBox& other)
-    : EventHandler(other)
-    , Cv::InternalRefCount(other)
-    , iVirtual(other)
-    , iObject(other)
-    , Glob(other)
-    , FontUser(other)
-    , m_text(other.m_text)
-    , m_gap(other.m_gap)
-    , m_alignment(other.m_alignment)
-{
-}
-
-MultiLineTextBox::MultiLineTextBox(MultiLineTextBox&& other)
-    : MultiLineTextBox(static_cast<const MultiLineTextBox&>(other))
-{
-}
-
-MultiLineTextBox& MultiLineTextBox::operator=(const MultiLineTextBox& other)
-{
-    if (this == &other)
-        return *this;
-    Glob::operator=(other);
-    FontUser::setFont(other.getFontDesc());
-    m_text = other.m_text;
-    m_gap = other.m_gap;
-    m_alignment = other.m_alignment;
-    redraw();
-    return *this;
-}
-
-MultiLineTextBox& MultiLineTextBox::operator=(MultiLineTextBox&& other)
-{
-    return *this = static_cast<const MultiLineTextBox&>(other);
 }
 
 MultiLineTextBox::~MultiLineTextBox() = default;

@@ -33,10 +33,10 @@ public:
 
     explicit MultiLineTextBox(const InitArgs& args);
     MultiLineTextBox(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
-    MultiLineTextBox(const MultiLineTextBox& other);
-    MultiLineTextBox(MultiLineTextBox&& other);
-    MultiLineTextBox& operator=(const MultiLineTextBox& other);
-    MultiLineTextBox& operator=(MultiLineTextBox&& other);
+    MultiLineTextBox(const MultiLineTextBox&) = default;
+    MultiLineTextBox(MultiLineTextBox&&) = default;
+    MultiLineTextBox& operator=(const MultiLineTextBox&) = default;
+    MultiLineTextBox& operator=(MultiLineTextBox&&) = default;
     ~MultiLineTextBox() override;
 
     LightweightString<char> idstring() const override;
@@ -52,6 +52,7 @@ public:
     // The lines the text takes at the box's width.
     int getNumLines() const;
 
+    // Called by the toolkit
     void drawText() override;
 
 private:

@@ -1,5 +1,6 @@
 #include "toolkit/widgets/NumericTextBox.h"
 
+#include "toolkit/support/SettingsReader.h"
 #include "toolkit/ui/GlobManager.h"
 
 #include <algorithm>
@@ -16,22 +17,15 @@ constexpr int kAutoDecimals = 6;
 
 const bool registeredByName = GlobManager::registerWidget<NumericTextBox>("NumericTextBox");
 
-std::optional<double> readSetting(const configb& config, const char* key)
-{
-    LightweightString<char> text;
-    if (config.in(key, text) != 0)
-        return std::nullopt;
-    return NumericTextBox::parse(fromUTF8(text.view()).view());
-}
-
 } // namespace
 
 NumericTextBox::InitArgs::InitArgs(const GlobCreationInfo& info) : TextBoxBase::InitArgs(info)
 {
-    value = readSetting(info.config, "value").value_or(0.0);
-    minimum = readSetting(info.config, "min");
-    maximum = readSetting(info.config, "max");
-    decimals = static_cast<int>(readSetting(info.config, "decimals").value_or(-1.0));
+    const SettingsReader settings(info.config);
+    value = settings.number("value").value_or(value);
+    minimum = settings.number("min");
+    maximum = settings.number("max");
+    decimals = settings.integer("decimals").value_or(decimals);
 }
 
 NumericTextBox::NumericTextBox(const InitArgs& args) : TextBoxBase(args), m_decimals(args.decimals)
@@ -48,43 +42,6 @@ NumericTextBox::NumericTextBox(uint16_t width, uint16_t height, const Palette& p
 {
     applyCharacterRules();
     setString(format(m_value));
-}
-
-NumericTextBox::NumericTextBox(const NumericTextBox& other)
-    : EventHandler(other)
-    , Cv::InternalRefCount(other)
-    , iVirtual(other)
-    , iObject(other)
-    , TextBoxBase(other)
-    , ValWidget<double>(other)
-    , m_value(other.m_value)
-    , m_step(other.m_step)
-    , m_min(other.m_min)
-    , m_max(other.m_max)
-    , m_decimals(other.m_decimals)
-    , m_integer(other.m_integer)
-{
-}
-
-NumericTextBox::NumericTextBox(NumericTextBox&& other) : NumericTextBox(static_cast<const NumericTextBox&>(other)) {}
-
-NumericTextBox& NumericTextBox::operator=(const NumericTextBox& other)
-{
-    if (this == &other)
-        return *this;
-    TextBoxBase::operator=(other);
-    m_value = other.m_value;
-    m_step = other.m_step;
-    m_min = other.m_min;
-    m_max = other.m_max;
-    m_decimals = other.m_decimals;
-    m_integer = other.m_integer;
-    return *this;
-}
-
-NumericTextBox& NumericTextBox::operator=(NumericTextBox&& other)
-{
-    return *this = static_cast<const NumericTextBox&>(other);
 }
 
 NumericTextBox::~NumericTextBox() = default;

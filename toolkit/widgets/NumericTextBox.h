@@ -38,10 +38,10 @@ public:
 
     explicit NumericTextBox(const InitArgs& args);
     NumericTextBox(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
-    NumericTextBox(const NumericTextBox& other);
-    NumericTextBox(NumericTextBox&& other);
-    NumericTextBox& operator=(const NumericTextBox& other);
-    NumericTextBox& operator=(NumericTextBox&& other);
+    NumericTextBox(const NumericTextBox&) = default;
+    NumericTextBox(NumericTextBox&&) = default;
+    NumericTextBox& operator=(const NumericTextBox&) = default;
+    NumericTextBox& operator=(NumericTextBox&&) = default;
     ~NumericTextBox() override;
 
     LightweightString<char> idstring() const override;
@@ -72,6 +72,7 @@ public:
     using ValWidget<double>::setDataAdaptor;
 
 protected:
+    // Called by the toolkit
     bool handleKey(const Event& event) override;
     void prepareCommit() override;
     using TextBoxBase::showValue;

@@ -1,5 +1,6 @@
 #include "toolkit/widgets/RadioSet.h"
 
+#include "toolkit/support/SettingsReader.h"
 #include "toolkit/ui/GlobManager.h"
 #include "toolkit/ui/UifStd.h"
 
@@ -13,21 +14,11 @@ const bool registeredByName = GlobManager::registerWidget<RadioSet>("RadioSet");
 
 RadioSet::InitArgs::InitArgs(const GlobCreationInfo& info) : GlobCreationInfo(info)
 {
-    LightweightString<char> text;
-    if (info.config.in("labels", text) == 0) {
-        size_t from = 0;
-        while (from <= text.size()) {
-            size_t comma = text.find(',', from);
-            if (comma == LightweightString<char>::npos)
-                comma = text.size();
-            labels.emplace_back(fromUTF8(text.view().substr(from, comma - from)));
-            from = comma + 1;
-        }
-    }
-    if (info.config.in("selected", text) == 0)
-        selected = std::atoi(text.c_str());
-    if (info.config.in("row", text) == 0)
-        row = text == "1";
+    const SettingsReader settings(info.config);
+    for (const auto& label : settings.list("labels").value_or(SettingsReader::List()))
+        labels.emplace_back(label);
+    selected = settings.integer("selected").value_or(selected);
+    row = settings.boolean("row").value_or(row);
 }
 
 XY<int> RadioSet::calcSize(const std::vector<UIString>& labels, bool row)

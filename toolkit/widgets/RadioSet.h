@@ -203,7 +203,8 @@ public:
             : GlobCreationInfo(w, 0, pal, c), labels(std::move(buttonLabels)), selected(selectedIndex), row(inARow)
         {
         }
-        // For sets made by type name: "labels" is a comma-separated list, "selected" an index.
+        // For sets made by type name: "labels" (a list), "selected" (an index) and "row" (a boolean), read by
+        // SettingsReader.
         InitArgs(const GlobCreationInfo& info);
 
         std::vector<UIString> labels;
@@ -235,6 +236,7 @@ public:
 
     static XY<int> calcSize(const std::vector<UIString>& labels, bool row);
 
+    // Called by the toolkit
     bool handleMessageEvent(LightweightString<char> name, Glob* sender) override;
     void setActive(bool active, eRedrawFlag redraw = Redraw) override;
 

@@ -11,10 +11,6 @@
 #include <array>
 #include <cmath>
 
-const char* const ScrollBar::thumbMovedMsg = "scrollbar_thumb_moved";
-const char* const ScrollBar::upButtonPressedMsg = "scrollbar_up_pressed";
-const char* const ScrollBar::downButtonPressedMsg = "scrollbar_down_pressed";
-
 namespace {
 
 // A thumb is never thinner than this, so it can still be gripped when the view is a sliver of the whole.
@@ -40,34 +36,6 @@ ScrollBar::ScrollBar(const InitArgs& args) : Glob(args)
 ScrollBar::ScrollBar(uint16_t width, uint16_t height, const Palette& palette, Canvas* canvas)
     : Glob(width ? width : static_cast<uint16_t>(UifStd::getScrollBarWidth()), height, palette, canvas)
 {
-}
-
-ScrollBar::ScrollBar(const ScrollBar& other)
-    : EventHandler(other)
-    , Cv::InternalRefCount(other)
-    , iVirtual(other)
-    , iObject(other)
-    , Glob(other)
-    , m_pos(other.m_pos)
-    , m_size(other.m_size)
-{
-}
-
-ScrollBar::ScrollBar(ScrollBar&& other) : ScrollBar(static_cast<const ScrollBar&>(other)) {}
-
-ScrollBar& ScrollBar::operator=(const ScrollBar& other)
-{
-    if (this == &other)
-        return *this;
-    Glob::operator=(other);
-    m_pos = other.m_pos;
-    m_size = other.m_size;
-    return *this;
-}
-
-ScrollBar& ScrollBar::operator=(ScrollBar&& other)
-{
-    return *this = static_cast<const ScrollBar&>(other);
 }
 
 ScrollBar::~ScrollBar()
@@ -169,20 +137,20 @@ bool ScrollBar::react(const Event& event)
     case Event::MouseDown: {
         if (event.button != Event::LeftButton || !isEnabledInTree())
             return false;
-        m_pointerY = event.pos.y;
+        m_press->pointerY = event.pos.y;
         if (upButtonBox().contains(event.pos))
-            m_pressed = Part::Up;
+            m_press->part = Part::Up;
         else if (downButtonBox().contains(event.pos))
-            m_pressed = Part::Down;
+            m_press->part = Part::Down;
         else if (!isScrollable())
             return true;
         else if (thumbBox().contains(event.pos))
-            m_pressed = Part::Thumb;
+            m_press->part = Part::Thumb;
         else
-            m_pressed = Part::Track;
+            m_press->part = Part::Track;
         redraw();
-        if (m_pressed == Part::Thumb) {
-            m_grip = thumbBox().top() - event.pos.y;
+        if (m_press->part == Part::Thumb) {
+            m_press->grip = thumbBox().top() - event.pos.y;
             return true;
         }
         GlobWatch self(this);
@@ -191,14 +159,14 @@ bool ScrollBar::react(const Event& event)
         return true;
     }
     case Event::MouseDrag:
-        m_pointerY = event.pos.y;
-        if (m_pressed == Part::Thumb)
-            userMove(positionForThumbTop(event.pos.y + m_grip));
-        return m_pressed != Part::None;
+        m_press->pointerY = event.pos.y;
+        if (m_press->part == Part::Thumb)
+            userMove(positionForThumbTop(event.pos.y + m_press->grip));
+        return m_press->part != Part::None;
     case Event::MouseUp:
-        if (event.button != Event::LeftButton || m_pressed == Part::None)
+        if (event.button != Event::LeftButton || m_press->part == Part::None)
             return false;
-        m_pressed = Part::None;
+        m_press->part = Part::None;
         stopRepeating();
         redraw();
         return true;
@@ -216,15 +184,15 @@ bool ScrollBar::react(const Event& event)
 
 bool ScrollBar::stepPressedPart()
 {
-    switch (m_pressed) {
+    switch (m_press->part) {
     case Part::Up: return callMsg(upButtonPressedMsg);
     case Part::Down: return callMsg(downButtonPressedMsg);
     case Part::Track: {
         // Pages towards the pointer (above the thumb is earlier in what scrolls), and stops under it.
         const GlobBox thumb = thumbBox();
-        if (m_pointerY >= thumb.top())
+        if (m_press->pointerY >= thumb.top())
             return userMove(m_pos - m_size);
-        if (m_pointerY < thumb.bottom())
+        if (m_press->pointerY < thumb.bottom())
             return userMove(m_pos + m_size);
         return true;
     }
@@ -234,36 +202,36 @@ bool ScrollBar::stepPressedPart()
 
 void ScrollBar::startRepeating()
 {
-    m_nextRepeat = service_get_msecs_precise() + repeatDelay;
-    if (!m_repeater)
-        m_repeater = Cv::addBackgroundPoller([this] { repeatIfDue(); });
+    m_press->nextRepeat = service_get_msecs_precise() + repeatDelay;
+    if (!*m_repeater)
+        *m_repeater = Cv::addBackgroundPoller([this] { repeatIfDue(); });
 }
 
 void ScrollBar::stopRepeating()
 {
-    if (m_repeater)
-        Cv::removeBackgroundPoller(m_repeater);
-    m_repeater = 0;
+    if (*m_repeater)
+        Cv::removeBackgroundPoller(*m_repeater);
+    *m_repeater = 0;
 }
 
 void ScrollBar::repeatIfDue()
 {
-    if (m_pressed == Part::None || m_pressed == Part::Thumb || !isEnabledInTree()) {
+    if (m_press->part == Part::None || m_press->part == Part::Thumb || !isEnabledInTree()) {
         stopRepeating();
         return;
     }
     // Readings are large fractional numbers: allow for the rounding of their difference.
     const double now = service_get_msecs_precise();
-    if (now + 1e-6 < m_nextRepeat)
+    if (now + 1e-6 < m_press->nextRepeat)
         return;
-    m_nextRepeat = now + repeatInterval;
+    m_press->nextRepeat = now + repeatInterval;
     stepPressedPart(); // may destroy this bar, whose destructor then removes this poller: nothing may follow
 }
 
 void ScrollBar::setActive(bool active, eRedrawFlag redrawFlag)
 {
     if (!active) {
-        m_pressed = Part::None;
+        m_press->part = Part::None;
         stopRepeating();
     }
     Glob::setActive(active, redrawFlag);
@@ -281,12 +249,12 @@ void ScrollBar::drawBackground()
     p.fillRect(track, pal.window(1));
     if (isScrollable() && !track.empty()) {
         const GlobBox thumb = thumbBox();
-        const Colour face = !enabled ? pal.window(3) : m_pressed == Part::Thumb ? pal.highlight() : pal.window(4);
+        const Colour face = !enabled ? pal.window(3) : m_press->part == Part::Thumb ? pal.highlight() : pal.window(4);
         p.fillRoundedRect(Pictor::PaintRect(thumb.left() + 2, thumb.bottom() + 1, thumb.right() - 2, thumb.top() - 1),
                           3.0, face);
     }
     auto state = [&](Part part) {
-        return !enabled ? StylePainter::Disabled : m_pressed == part ? StylePainter::Pressed : StylePainter::Normal;
+        return !enabled ? StylePainter::Disabled : m_press->part == part ? StylePainter::Pressed : StylePainter::Normal;
     };
     StylePainter::drawButton(p, upButtonBox(), pal, state(Part::Up));
     StylePainter::drawButton(p, downButtonBox(), pal, state(Part::Down));

@@ -21,6 +21,7 @@
 // isScrollBarMsg tells an owner's handler that a message is one of these three.
 
 #include "toolkit/ui/Glob.h"
+#include "toolkit/ui/Transient.h"
 
 #include <cstdint>
 
@@ -41,10 +42,10 @@ public:
 
     explicit ScrollBar(const InitArgs& args);
     ScrollBar(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
-    ScrollBar(const ScrollBar& other);
-    ScrollBar(ScrollBar&& other);
-    ScrollBar& operator=(const ScrollBar& other);
-    ScrollBar& operator=(ScrollBar&& other);
+    ScrollBar(const ScrollBar&) = default;
+    ScrollBar(ScrollBar&&) = default;
+    ScrollBar& operator=(const ScrollBar&) = default;
+    ScrollBar& operator=(ScrollBar&&) = default;
     ~ScrollBar() override;
 
     LightweightString<char> idstring() const override;
@@ -65,14 +66,15 @@ public:
     GlobBox trackBox() const;
     GlobBox thumbBox() const;
 
-    static const char* const thumbMovedMsg;
-    static const char* const upButtonPressedMsg;
-    static const char* const downButtonPressedMsg;
+    static constexpr const char* thumbMovedMsg = "scrollbar_thumb_moved";
+    static constexpr const char* upButtonPressedMsg = "scrollbar_up_pressed";
+    static constexpr const char* downButtonPressedMsg = "scrollbar_down_pressed";
     static bool isScrollBarMsg(const LightweightString<char>& name);
 
     static constexpr double repeatDelay = 400.0;
     static constexpr double repeatInterval = 50.0;
 
+    // Called by the toolkit
     bool react(const Event& event) override;
     void setActive(bool active, eRedrawFlag redraw = Redraw) override;
     void drawBackground() override;
@@ -92,11 +94,14 @@ private:
 
     double m_pos = 0.0;
     double m_size = 1.0;
-    // While the thumb is dragged: the pointer's distance below the thumb's top when gripped.
-    int m_grip = 0;
-    Part m_pressed = Part::None;
-    // Where the pointer is while the track is held, for paging towards it.
-    int m_pointerY = 0;
-    double m_nextRepeat = 0.0;
-    uint64_t m_repeater = 0; // a background poller, only while an arrow or the track is held
+    struct Press {
+        Part part = Part::None;
+        // While the thumb is dragged: the pointer's distance below the thumb's top when gripped.
+        int grip = 0;
+        // Where the pointer is while the track is held, for paging towards it.
+        int pointerY = 0;
+        double nextRepeat = 0.0;
+    };
+    Transient<Press> m_press;
+    Transient<uint64_t> m_repeater; // a background poller, only while an arrow or the track is held
 };

@@ -1,5 +1,6 @@
 #include "toolkit/widgets/Slider.h"
 
+#include "toolkit/support/SettingsReader.h"
 #include "toolkit/gfx/Painter.h"
 #include "toolkit/ui/GlobManager.h"
 #include "toolkit/ui/StylePainter.h"
@@ -8,9 +9,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdlib>
-
-const char* const Slider::changedMsg = "slider_changed";
 
 namespace {
 
@@ -19,23 +17,14 @@ constexpr int trackThickness = 4;
 
 const bool registeredByName = GlobManager::registerWidget<Slider>("Slider");
 
-double readNumber(const configb& config, const char* key, double fallback)
-{
-    LightweightString<char> text;
-    if (config.in(key, text) != 0)
-        return fallback;
-    char* end = nullptr;
-    const double v = std::strtod(text.c_str(), &end);
-    return end != text.c_str() && std::isfinite(v) ? v : fallback;
-}
-
 } // namespace
 
 Slider::InitArgs::InitArgs(const GlobCreationInfo& info) : GlobCreationInfo(info)
 {
-    minimum = readNumber(info.config, "min", 0.0);
-    maximum = readNumber(info.config, "max", 1.0);
-    value = readNumber(info.config, "value", minimum);
+    const SettingsReader settings(info.config);
+    minimum = settings.number("min").value_or(0.0);
+    maximum = settings.number("max").value_or(1.0);
+    value = settings.number("value").value_or(minimum);
 }
 
 Slider::Slider(const InitArgs& args) : Glob(args), m_colour(args.colour)
@@ -50,44 +39,6 @@ Slider::Slider(uint16_t width, uint16_t height, const Palette& palette, Canvas* 
     : Glob(width, height ? height : static_cast<uint16_t>(UifStd::getButtonHeight()), palette, canvas)
     , m_colour(palette.highlight())
 {
-}
-
-Slider::Slider(const Slider& other)
-    : EventHandler(other)
-    , Cv::InternalRefCount(other)
-    , iVirtual(other)
-    , iObject(other)
-    , Glob(other)
-    , TabOrderable(other)
-    , ValWidget<double>(other)
-    , m_colour(other.m_colour)
-    , m_min(other.m_min)
-    , m_max(other.m_max)
-    , m_value(other.m_value)
-    , m_step(other.m_step)
-    , m_poi(other.m_poi)
-{
-}
-
-Slider::Slider(Slider&& other) : Slider(static_cast<const Slider&>(other)) {}
-
-Slider& Slider::operator=(const Slider& other)
-{
-    if (this == &other)
-        return *this;
-    Glob::operator=(other);
-    m_colour = other.m_colour;
-    m_min = other.m_min;
-    m_max = other.m_max;
-    m_value = other.m_value;
-    m_step = other.m_step;
-    m_poi = other.m_poi;
-    return *this;
-}
-
-Slider& Slider::operator=(Slider&& other)
-{
-    return *this = static_cast<const Slider&>(other);
 }
 
 Slider::~Slider() = default;
@@ -237,16 +188,16 @@ bool Slider::react(const Event& event)
         return true;
     }
     case Event::MouseDrag:
-        if (!m_dragging)
+        if (!*m_dragging)
             return false;
-        userChange(xToValue(event.pos.x - m_grip), kDataChangeInteractive);
+        userChange(xToValue(event.pos.x - *m_grip), kDataChangeInteractive);
         return true;
     case Event::MouseUp:
-        if (event.button != Event::LeftButton || !m_dragging)
+        if (event.button != Event::LeftButton || !*m_dragging)
             return false;
         m_dragging = false;
         redraw();
-        userChange(xToValue(event.pos.x - m_grip), kDataChangeFinal);
+        userChange(xToValue(event.pos.x - *m_grip), kDataChangeFinal);
         return true;
     case Event::MouseWheel:
         if (event.wheelDelta == 0)
@@ -319,8 +270,8 @@ void Slider::drawText()
 
     const GlobBox thumb = thumbBox();
     const StylePainter::ButtonState state = !enabled ? StylePainter::Disabled
-                                            : m_dragging ? StylePainter::Pressed
-                                            : m_hover    ? StylePainter::Hovered
+                                            : *m_dragging ? StylePainter::Pressed
+                                            : *m_hover    ? StylePainter::Hovered
                                                          : StylePainter::Normal;
     StylePainter::drawButton(p, thumb, pal, state);
 }

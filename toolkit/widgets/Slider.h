@@ -23,6 +23,7 @@
 #include "toolkit/support/Colour.h"
 #include "toolkit/ui/Glob.h"
 #include "toolkit/ui/TabOrderable.h"
+#include "toolkit/ui/Transient.h"
 #include "toolkit/widgets/ValWidget.h"
 
 #include <cstdint>
@@ -49,10 +50,10 @@ public:
 
     explicit Slider(const InitArgs& args);
     Slider(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
-    Slider(const Slider& other);
-    Slider(Slider&& other);
-    Slider& operator=(const Slider& other);
-    Slider& operator=(Slider&& other);
+    Slider(const Slider&) = default;
+    Slider(Slider&&) = default;
+    Slider& operator=(const Slider&) = default;
+    Slider& operator=(Slider&&) = default;
     ~Slider() override;
 
     LightweightString<char> idstring() const override;
@@ -64,7 +65,6 @@ public:
     double getMaximum() const { return m_max; }
     // Moves the thumb; the value is clamped to the range (NaN is ignored). Tells nobody.
     void setPosition(double value);
-    double getPosition() const { return m_value; }
     double getValue() const { return m_value; }
     void setPointOfInterest(double value);
     void clearPointOfInterest();
@@ -82,8 +82,9 @@ public:
     double xToValue(double x) const;
     GlobBox thumbBox() const;
 
-    static const char* const changedMsg;
+    static constexpr const char* changedMsg = "slider_changed";
 
+    // Called by the toolkit
     bool react(const Event& event) override;
     void drawBackground() override;
     void drawText() override;
@@ -104,7 +105,7 @@ private:
     double m_step = 0.0;
     std::optional<double> m_poi;
     // While dragging: the pointer's distance from the thumb's centre when gripped.
-    int m_grip = 0;
-    bool m_dragging = false;
-    bool m_hover = false;
+    Transient<int> m_grip;
+    Transient<bool> m_dragging;
+    Transient<bool> m_hover;
 };

@@ -1,5 +1,6 @@
 #include "toolkit/widgets/StatusMessage.h"
 
+#include "toolkit/support/SettingsReader.h"
 #include "toolkit/gfx/Font.h"
 #include "toolkit/gfx/Painter.h"
 #include "toolkit/gfx/WordWrappingTextRenderer.h"
@@ -11,7 +12,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 
 namespace {
 
@@ -44,11 +44,9 @@ StatusMessage::InitArgs::InitArgs(UIString messageText, uint16_t w, double timeo
 
 StatusMessage::InitArgs::InitArgs(const GlobCreationInfo& info) : StandardPanel::InitArgs(info)
 {
-    LightweightString<char> value;
-    if (info.config.in("text", value) == 0)
-        text = UIString(fromUTF8(value.view()));
-    if (info.config.in("timeout", value) == 0)
-        timeout = std::strtod(value.c_str(), nullptr);
+    const SettingsReader settings(info.config);
+    text = settings.text("text").value_or(text.getString());
+    timeout = settings.number("timeout").value_or(timeout);
 }
 
 StatusMessage::StatusMessage(const InitArgs& args)

@@ -57,6 +57,7 @@ public:
     // The height of a message of the given text and width, footer included.
     static int calcHeight(const LightweightString<wchar_t>& text, int width, int footer = 0);
 
+    // Called by the toolkit
     bool react(const Event& event) override;
     bool handleMessageEvent(LightweightString<char> name, Glob* sender) override;
     void drawText() override;

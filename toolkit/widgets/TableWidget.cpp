@@ -20,11 +20,6 @@
 #include <string>
 #include <tuple>
 
-const char* const TableWidget::currentRowChangedMsg = "table_current_row_changed";
-const char* const TableWidget::rowDoubleClickedMsg = "table_row_double_clicked";
-const char* const TableWidget::columnResizedMsg = "table_column_resized";
-const char* const TableWidget::fieldEditedMsg = "table_field_edited";
-
 // ---------------------------------------------------------------------------------------------------------
 // Adaptor defaults
 

@@ -173,12 +173,12 @@ public:
 
     ScrollBar* getScrollBar() const { return m_scrollBar; }
 
-    static const char* const currentRowChangedMsg;
-    static const char* const rowDoubleClickedMsg;
-    static const char* const columnResizedMsg;
-    static const char* const fieldEditedMsg;
+    static constexpr const char* currentRowChangedMsg = "table_current_row_changed";
+    static constexpr const char* rowDoubleClickedMsg = "table_row_double_clicked";
+    static constexpr const char* columnResizedMsg = "table_column_resized";
+    static constexpr const char* fieldEditedMsg = "table_field_edited";
 
-    // ---- Overrides
+    // Called by the toolkit
     bool react(const Event& event) override;
     bool handleMessageEvent(LightweightString<char> name, Glob* sender) override;
     void draw() override;

@@ -1,5 +1,6 @@
 #include "toolkit/widgets/TextBoxBase.h"
 
+#include "toolkit/support/SettingsReader.h"
 #include "toolkit/gfx/Painter.h"
 #include "toolkit/support/BackgroundTasks.h"
 #include "toolkit/support/Clock.h"
@@ -11,13 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdlib>
 #include <cwctype>
-
-const char* const TextBoxBase::changedMsg = "text_changed";
-const char* const TextBoxBase::returnPressedMsg = "ReturnPressed";
-const char* const TextBoxBase::commitMsg = "text_commit";
-const char* const TextBoxBase::focusLostMsg = "text_focus_lost";
 
 namespace {
 
@@ -53,11 +48,9 @@ struct TextBoxBase::Extras {
 
 TextBoxBase::InitArgs::InitArgs(const GlobCreationInfo& info) : GlobCreationInfo(info)
 {
-    LightweightString<char> value;
-    if (info.config.in("text", value) == 0)
-        text = fromUTF8(value.view());
-    if (info.config.in("maxLength", value) == 0)
-        maxLength = std::max(0, std::atoi(value.c_str()));
+    const SettingsReader settings(info.config);
+    text = settings.text("text").value_or(text);
+    maxLength = std::max(0, settings.integer("maxLength").value_or(maxLength));
 }
 
 TextBoxBase::TextBoxBase(const InitArgs& args) : Glob(args), FontUser(UifStd::getDefaultFont())

@@ -141,10 +141,10 @@ public:
     // back to the owner's default message). A target that is a widget is watched and forgotten when it dies.
     void requestCallback(const LightweightString<char>& msg, EventHandler* target, eCallbackEvent event);
 
-    static const char* const changedMsg;
-    static const char* const returnPressedMsg;
-    static const char* const commitMsg;
-    static const char* const focusLostMsg;
+    static constexpr const char* changedMsg = "text_changed";
+    static constexpr const char* returnPressedMsg = "ReturnPressed";
+    static constexpr const char* commitMsg = "text_commit";
+    static constexpr const char* focusLostMsg = "text_focus_lost";
 
     // ---- Geometry, in the box's own coordinates
     // Where the text is typed and drawn: the whole box, or less in a subclass with a legend.
@@ -155,7 +155,7 @@ public:
     // How far the text is scrolled left, in pixels.
     double getScrollOffset() const { return m_scroll; }
 
-    // ---- Overrides
+    // Called by the toolkit
     bool react(const Event& event) override;
     void drawBackground() override;
     void drawText() override;

@@ -1,5 +1,6 @@
 #include "toolkit/widgets/TextLabel.h"
 
+#include "toolkit/support/SettingsReader.h"
 #include "toolkit/gfx/Painter.h"
 #include "toolkit/gfx/WordWrappingTextRenderer.h"
 #include "toolkit/ui/GlobManager.h"
@@ -15,11 +16,9 @@ const bool registeredByName = GlobManager::registerWidget<TextLabel>("TextLabel"
 
 TextLabel::InitArgs::InitArgs(const GlobCreationInfo& info) : GlobCreationInfo(info)
 {
-    LightweightString<char> value;
-    if (info.config.in("text", value) == 0)
-        text = UIString(fromUTF8(value.view()));
-    if (info.config.in("wrap", value) == 0)
-        wordWrap = value == "1";
+    const SettingsReader settings(info.config);
+    text = settings.text("text").value_or(text.getString());
+    wordWrap = settings.boolean("wrap").value_or(wordWrap);
 }
 
 TextLabel::TextLabel(const InitArgs& args)
@@ -37,41 +36,6 @@ TextLabel::TextLabel(const InitArgs& args)
 TextLabel::TextLabel(uint16_t width, uint16_t height, const Palette& palette, Canvas* canvas)
     : Glob(width, height ? height : static_cast<uint16_t>(UifStd::getButtonHeight()), palette, canvas)
 {
-}
-
-TextLabel::TextLabel(const TextLabel& other)
-    : EventHandler(other)
-    , Cv::InternalRefCount(other)
-    , iVirtual(other)
-    , iObject(other)
-    , Glob(other)
-    , FontUser(other)
-    , m_text(other.m_text)
-    , m_colour(other.m_colour)
-    , m_alignment(other.m_alignment)
-    , m_wordWrap(other.m_wordWrap)
-{
-}
-
-TextLabel::TextLabel(TextLabel&& other) : TextLabel(static_cast<const TextLabel&>(other)) {}
-
-TextLabel& TextLabel::operator=(const TextLabel& other)
-{
-    if (this == &other)
-        return *this;
-    Glob::operator=(other);
-    FontUser::setFont(other.getFontDesc());
-    m_text = other.m_text;
-    m_colour = other.m_colour;
-    m_alignment = other.m_alignment;
-    m_wordWrap = other.m_wordWrap;
-    redraw();
-    return *this;
-}
-
-TextLabel& TextLabel::operator=(TextLabel&& other)
-{
-    return *this = static_cast<const TextLabel&>(other);
 }
 
 TextLabel::~TextLabel() = default;

@@ -23,7 +23,7 @@ public:
             : GlobCreationInfo(w, h, pal, c), text(std::move(labelText))
         {
         }
-        // For labels made by type name: the "text" setting (UTF-8) and "wrap" (0 or 1).
+        // For labels made by type name: the "text" setting (UTF-8) and "wrap" (a boolean), read by SettingsReader.
         InitArgs(const GlobCreationInfo& info);
 
         UIString text;
@@ -36,10 +36,10 @@ public:
 
     explicit TextLabel(const InitArgs& args);
     TextLabel(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
-    TextLabel(const TextLabel& other);
-    TextLabel(TextLabel&& other);
-    TextLabel& operator=(const TextLabel& other);
-    TextLabel& operator=(TextLabel&& other);
+    TextLabel(const TextLabel&) = default;
+    TextLabel(TextLabel&&) = default;
+    TextLabel& operator=(const TextLabel&) = default;
+    TextLabel& operator=(TextLabel&&) = default;
     ~TextLabel() override;
 
     LightweightString<char> idstring() const override;
@@ -59,6 +59,7 @@ public:
     // The lines the text takes at the label's width (1 without word wrap).
     int getNumLines() const;
 
+    // Called by the toolkit
     void drawText() override;
 
 private:

@@ -1,5 +1,6 @@
 #include "toolkit/widgets/TitleMenuButton.h"
 
+#include "toolkit/support/SettingsReader.h"
 #include "toolkit/gfx/Font.h"
 #include "toolkit/ui/GlobManager.h"
 #include "toolkit/ui/StylePainter.h"
@@ -8,20 +9,6 @@
 #include <algorithm>
 
 namespace {
-
-std::vector<UIString> splitCommas(const LightweightString<char>& text)
-{
-    std::vector<UIString> out;
-    std::string_view rest = text.view();
-    while (!rest.empty()) {
-        const size_t comma = rest.find(',');
-        const std::string_view one = rest.substr(0, comma);
-        if (!one.empty())
-            out.emplace_back(fromUTF8(one));
-        rest = comma == std::string_view::npos ? std::string_view() : rest.substr(comma + 1);
-    }
-    return out;
-}
 
 int titleTextWidth(const UIString& title)
 {
@@ -35,11 +22,10 @@ const bool registeredByName = GlobManager::registerWidget<TitleMenuButton>("Titl
 
 TitleMenuButton::InitArgs::InitArgs(const GlobCreationInfo& info) : GlobCreationInfo(info)
 {
-    LightweightString<char> text;
-    if (info.config.in("title", text) == 0)
-        title = UIString(fromUTF8(text.view()));
-    if (info.config.in("items", text) == 0)
-        items = splitCommas(text);
+    const SettingsReader settings(info.config);
+    title = settings.text("title").value_or(title.getString());
+    for (const auto& label : settings.list("items").value_or(SettingsReader::List()))
+        items.emplace_back(label);
 }
 
 TitleMenuButton::TitleMenuButton(const InitArgs& args)

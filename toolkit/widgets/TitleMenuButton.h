@@ -26,7 +26,7 @@ public:
               titleWidth(titleWidth)
         {
         }
-        // For widgets made by type name: the info's "title" and "items" (comma-separated) settings.
+        // For widgets made by type name: the info's "title" and "items" (a list) settings, read by SettingsReader.
         InitArgs(const GlobCreationInfo& info);
 
         UIString title;
@@ -59,7 +59,7 @@ public:
     LightweightString<wchar_t> getSelectedItemNameW() const;
     bool setSelectedItem(const MenuItemIndex& which);
 
-    // ---- Overrides
+    // Called by the toolkit
     bool react(const Event& event) override;
     void drawText() override;
     void reshape() override;

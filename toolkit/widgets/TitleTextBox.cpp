@@ -1,10 +1,10 @@
 #include "toolkit/widgets/TitleTextBox.h"
 
+#include "toolkit/support/SettingsReader.h"
 #include "toolkit/ui/GlobManager.h"
 #include "toolkit/widgets/TitledGlob.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace {
 
@@ -14,12 +14,10 @@ const bool registeredByName = GlobManager::registerWidget<TitleTextBox>("TitleTe
 
 TitleTextBox::InitArgs::InitArgs(const GlobCreationInfo& info) : TextBoxBase::InitArgs(info)
 {
-    LightweightString<char> value;
-    if (info.config.in("title", value) == 0)
-        title = UIString(fromUTF8(value.view()));
-    entryWidth = info.width;
-    if (info.config.in("entryWidth", value) == 0)
-        entryWidth = static_cast<uint16_t>(std::clamp(std::atoi(value.c_str()), 0, static_cast<int>(info.width)));
+    const SettingsReader settings(info.config);
+    title = settings.text("title").value_or(title.getString());
+    entryWidth = static_cast<uint16_t>(
+        std::clamp(settings.integer("entryWidth").value_or(info.width), 0, static_cast<int>(info.width)));
 }
 
 TitleTextBox::TitleTextBox(const InitArgs& args)
@@ -30,34 +28,6 @@ TitleTextBox::TitleTextBox(const InitArgs& args)
 TitleTextBox::TitleTextBox(uint16_t width, uint16_t height, const Palette& palette, Canvas* canvas)
     : TextBoxBase(width, height, palette, canvas), m_entryWidth(width)
 {
-}
-
-TitleTextBox::TitleTextBox(const TitleTextBox& other)
-    : EventHandler(other)
-    , Cv::InternalRefCount(other)
-    , iVirtual(other)
-    , iObject(other)
-    , TextBoxBase(other)
-    , m_title(other.m_title)
-    , m_entryWidth(other.m_entryWidth)
-{
-}
-
-TitleTextBox::TitleTextBox(TitleTextBox&& other) : TitleTextBox(static_cast<const TitleTextBox&>(other)) {}
-
-TitleTextBox& TitleTextBox::operator=(const TitleTextBox& other)
-{
-    if (this == &other)
-        return *this;
-    TextBoxBase::operator=(other);
-    m_title = other.m_title;
-    m_entryWidth = other.m_entryWidth;
-    return *this;
-}
-
-TitleTextBox& TitleTextBox::operator=(TitleTextBox&& other)
-{
-    return *this = static_cast<const TitleTextBox&>(other);
 }
 
 TitleTextBox::~TitleTextBox() = default;

@@ -31,10 +31,10 @@ public:
     explicit TitleTextBox(const InitArgs& args);
     // An entry filling the whole width, with no legend.
     TitleTextBox(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
-    TitleTextBox(const TitleTextBox& other);
-    TitleTextBox(TitleTextBox&& other);
-    TitleTextBox& operator=(const TitleTextBox& other);
-    TitleTextBox& operator=(TitleTextBox&& other);
+    TitleTextBox(const TitleTextBox&) = default;
+    TitleTextBox(TitleTextBox&&) = default;
+    TitleTextBox& operator=(const TitleTextBox&) = default;
+    TitleTextBox& operator=(TitleTextBox&&) = default;
     ~TitleTextBox() override;
 
     LightweightString<char> idstring() const override;
@@ -46,6 +46,8 @@ public:
     uint16_t getEntryWidth() const;
 
     GlobBox entryArea() const override;
+
+    // Called by the toolkit
     void drawBackground() override;
 
 private:

@@ -1,4 +1,6 @@
 #include "frame/ToolPanels.h"
+#include "frame/Version.h"
+#include "toolkit/support/CommandRegistry.h"
 
 #include "toolkit/testing/UiHarness.h"
 #include "toolkit/ui/Drawable.h"
@@ -6,6 +8,11 @@
 #include "toolkit/ui/UifStd.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -81,4 +88,23 @@ TEST(OpenToolPanelWithoutScreen, DestroysThePanelAndAnswersNull)
     EXPECT_EQ(openToolPanel(panel, ToolPlacement::Centred), nullptr);
     EXPECT_FALSE(watch.alive());
     EXPECT_TRUE(Drawable::redrawsEnabled());
+}
+
+TEST(LibraryStartup, CommandsAreRegisteredInTableOrder)
+{
+    const std::vector<LightweightString<char>> names = CommandRegistry::instance().getNames();
+    const auto first = std::find(names.begin(), names.end(), LightweightString<char>("makeUIBuilderTestPanel"));
+    const auto second = std::find(names.begin(), names.end(), LightweightString<char>("UIBuilderTest2"));
+    ASSERT_NE(first, names.end());
+    ASSERT_NE(second, names.end());
+    EXPECT_EQ(second - first, 1);
+}
+
+TEST(LibraryStartup, VersionIsFourDottedNumbers)
+{
+    const std::string version = tesselPlusDllVersionStr();
+    int parts[4] = {-1, -1, -1, -1};
+    char end = 0;
+    EXPECT_EQ(std::sscanf(version.c_str(), "%d.%d.%d.%d%c", &parts[0], &parts[1], &parts[2], &parts[3], &end), 4)
+        << version;
 }

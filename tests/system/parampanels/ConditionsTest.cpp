@@ -2,7 +2,7 @@
 // "visible if", and correcting a value by a bound held by another parameter.
 #include "ParamPanelTestSupport.h"
 
-#include "parampanels/Conditions.h"
+#include "parampanels/detail/Conditions.h"
 
 #include "toolkit/support/params/NumericParams.h"
 

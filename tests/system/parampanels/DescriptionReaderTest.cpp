@@ -1,6 +1,6 @@
 // Reading description entries: which parameter each "type" makes, what absent keys default to, when a range
 // applies, and where a choice list starts.
-#include "parampanels/DescriptionReader.h"
+#include "parampanels/detail/DescriptionReader.h"
 
 #include "toolkit/support/JSON.h"
 

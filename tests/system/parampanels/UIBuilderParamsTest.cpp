@@ -220,3 +220,22 @@ TEST(ParamsActions, ListenersHearOneMessageAfterTheActionAndOnlyIfItSaysSo)
     EXPECT_TRUE(heard.messages.empty());
     EXPECT_TRUE(params->modificationsEnabled());
 }
+
+TEST(ParamsActions, ActionRunInsideAnotherActionIsHeard)
+{
+    Heard heard;
+    Cv::Ptr<UIBuilder::Params> params;
+    const auto inner = Cv::make<GenericParam::ActionParam>(L"Inner", "inner", ResId(),
+                                                           [](const UIBuilder::ParamList&) { return true; });
+    const auto outer = Cv::make<GenericParam::ActionParam>(
+        L"Outer", "outer", ResId(), [&](const UIBuilder::ParamList&) {
+            params->handleActionParam(NotifyMsg("inner", inner));
+            return false;
+        });
+    params = Cv::make<UIBuilder::Params>(UIBuilder::ParamList{inner, outer}, UIBuilder::Params::WidgetMap{},
+                                         UIBuilder::Params::PostConditions{});
+    params->addListener(heard.listener());
+
+    params->handleActionParam(NotifyMsg("outer", outer));
+    EXPECT_EQ(heard.messages, (std::vector<std::string>{"inner"}));
+}

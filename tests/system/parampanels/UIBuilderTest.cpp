@@ -3,7 +3,7 @@
 #include "ParamPanelTestSupport.h"
 
 #include "frame/StartupSettings.h"
-#include "parampanels/HostPanel.h"
+#include "parampanels/detail/HostPanel.h"
 #include "toolkit/gfx/FontDesc.h"
 #include "toolkit/support/params/ActionParam.h"
 #include "toolkit/support/params/BoolParam.h"
@@ -116,7 +116,7 @@ TEST(UIBuilderLayout, NumericRowsSplitTheWidthBetweenSliderAndNumberBox)
     EXPECT_DOUBLE_EQ(host->getSlider()->getMaximum(), 10.0);
     EXPECT_EQ(host->getNumberBox()->getMaximum(), std::optional<double>(10.0));
     EXPECT_EQ(host->getSlider()->getPointOfInterest(), std::optional<double>(4.0));
-    EXPECT_DOUBLE_EQ(host->getSlider()->getPosition(), 4.0);
+    EXPECT_DOUBLE_EQ(host->getSlider()->getValue(), 4.0);
 
     // Without "min" and "max" nothing is bounded, and the point of interest is the -1 default.
     auto* gain = rowAs<HostPanel>(params, "gain");
@@ -278,7 +278,7 @@ TEST(UIBuilderWiring, TypingAndDraggingChangeTheParameterAndBothPartsOfTheRow)
     ui.typeText(L"7");
     ui.pressKey(Event::KeyReturn);
     EXPECT_EQ(value(params, "count"), L"7");
-    EXPECT_DOUBLE_EQ(slider->getPosition(), 7.0);
+    EXPECT_DOUBLE_EQ(slider->getValue(), 7.0);
     EXPECT_EQ(heard.messages, std::vector<std::string>{ "count" });
 
     // Typing beyond the range stores the bound.
@@ -294,7 +294,7 @@ TEST(UIBuilderWiring, TypingAndDraggingChangeTheParameterAndBothPartsOfTheRow)
 
     // Set from code: both parts follow.
     set(params, "count", L"9");
-    EXPECT_DOUBLE_EQ(slider->getPosition(), 9.0);
+    EXPECT_DOUBLE_EQ(slider->getValue(), 9.0);
     EXPECT_EQ(box->getString(), LightweightString<wchar_t>(L"9"));
 }
 
@@ -471,4 +471,18 @@ TEST(UIBuilderActions, ListRowsFollowTheParameterClassAndJoinTheTabOrder)
     const std::vector<Glob*> stops = TabOrderManager::getTabStops(panel);
     const std::vector<Glob*> expected{ row(params, "b"), host->getSlider(), host->getNumberBox(), row(params, "t") };
     EXPECT_EQ(stops, expected);
+}
+
+TEST(UIBuilderActions, ListBuiltRowWithTheClampingFlagOffShowsItsRange)
+{
+    UiHarness ui;
+    StandardPanel* panel = makePanel(ui);
+    UIBuilder::ParamList list;
+    list.push_back(Cv::make<GenericParam::IntParam>(L"Int param", "i", ResId(), 5, 0, 20, false));
+    const auto params = UIBuilder::build(list, panel);
+    auto* host = rowAs<HostPanel>(params, "i");
+    ASSERT_TRUE(host);
+    EXPECT_EQ(host->getSlider()->getMinimum(), 0.0);
+    EXPECT_EQ(host->getSlider()->getMaximum(), 20.0);
+    EXPECT_EQ(host->getNumberBox()->getMaximum(), 20.0);
 }

@@ -14,7 +14,7 @@
 // Every kind takes "name" (UTF-8), "legend" and "tooltip". A range applies only when "min" differs from
 // "max", so an entry that gives neither, or gives both equal, is unbounded.
 
-#include "parampanels/Conditions.h"
+#include "parampanels/detail/Conditions.h"
 #include "toolkit/support/Ptr.h"
 #include "toolkit/support/UIString.h"
 #include "toolkit/support/params/BoolParam.h"

@@ -1,4 +1,4 @@
-#include "parampanels/Conditions.h"
+#include "parampanels/detail/Conditions.h"
 
 #include "parampanels/UIBuilderParams.h"
 #include "toolkit/support/AttribValuePair.h"

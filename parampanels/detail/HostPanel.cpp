@@ -1,4 +1,4 @@
-#include "parampanels/HostPanel.h"
+#include "parampanels/detail/HostPanel.h"
 
 #include "toolkit/gfx/FontDesc.h"
 #include "toolkit/ui/UifStd.h"

@@ -1,4 +1,4 @@
-#include "parampanels/DescriptionReader.h"
+#include "parampanels/detail/DescriptionReader.h"
 
 #include "toolkit/support/DataConvert.h"
 #include "toolkit/support/JSON.h"

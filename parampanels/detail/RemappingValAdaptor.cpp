@@ -1,4 +1,4 @@
-#include "parampanels/RemappingValAdaptor.h"
+#include "parampanels/detail/RemappingValAdaptor.h"
 
 RemappingValAdaptor::RemappingValAdaptor(Cv::Ptr<GenericParam::ChoiceParam> choice)
     : m_choice(std::move(choice))

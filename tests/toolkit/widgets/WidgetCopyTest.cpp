@@ -1,0 +1,77 @@
+// Copies of widgets: a copy shows what the original shows, but no gesture in progress follows it across.
+
+#include "toolkit/testing/UiHarness.h"
+#include "toolkit/ui/Event.h"
+#include "toolkit/ui/UifStd.h"
+#include "toolkit/widgets/Checkbox.h"
+#include "toolkit/widgets/ScrollBar.h"
+#include "toolkit/widgets/Slider.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class WidgetCopyTest : public ::testing::Test {
+protected:
+    UiHarness ui{400, 300};
+
+    Slider* slider()
+    {
+        auto* s = ui.make<Slider>(Slider::InitArgs(Palette().highlight(), 210, 22, UifStd::getColourScheme()),
+                                  Glob::BottomLeft(50, 50));
+        s->setValueRange(0.0, 100.0);
+        s->setPosition(50.0);
+        return s;
+    }
+    static Event dragTo(XY<int> pos) { return Event::makeMouse(Event::MouseDrag, pos); }
+};
+
+} // namespace
+
+TEST_F(WidgetCopyTest, CopiedCheckboxShowsWhatTheOriginalShows)
+{
+    auto* box = ui.make<Checkbox>(Checkbox::InitArgs(UIString(L"Loop"), true, Checkbox::LegendRow, 120),
+                                  Glob::BottomLeft(10, 10));
+    const Checkbox copy(*box);
+    EXPECT_EQ(copy.getString(), box->getString());
+    EXPECT_TRUE(copy.getValue());
+    EXPECT_EQ(copy.getStyle(), Checkbox::LegendRow);
+    EXPECT_EQ(copy.getWidth(), box->getWidth());
+}
+
+TEST_F(WidgetCopyTest, SliderCopiedMidDragDoesNotFollowThePointer)
+{
+    Slider* s = slider();
+    const int y = s->getHeight() / 2;
+    ui.press(s, XY<int>(s->valueToX(50.0), y));
+    Slider copy(*s);
+    copy.react(dragTo({s->trackRight(), y}));
+    EXPECT_DOUBLE_EQ(copy.getValue(), 50.0);
+    ui.release(s, XY<int>(s->valueToX(50.0), y));
+}
+
+TEST_F(WidgetCopyTest, SliderAssignedMidDragStopsDragging)
+{
+    Slider* s = slider();
+    Slider* other = slider();
+    const int y = s->getHeight() / 2;
+    ui.press(s, XY<int>(s->valueToX(50.0), y));
+    *s = *other;
+    s->react(dragTo({s->trackRight(), y}));
+    EXPECT_DOUBLE_EQ(s->getValue(), 50.0);
+    ui.release(s, XY<int>(s->valueToX(50.0), y));
+}
+
+TEST_F(WidgetCopyTest, ScrollBarCopiedWhileAnArrowIsHeldLeavesTheOriginalRepeating)
+{
+    auto* bar = ui.make<ScrollBar>(ScrollBar::InitArgs(200, 16), Glob::BottomLeft(10, 10));
+    bar->setThumbSize(0.1);
+    bar->setThumbPos(0.5);
+    ui.press(bar, XY<int>(8, 4)); // the arrow at the bottom
+    { const ScrollBar copy(*bar); }
+    ui.owner().clear();
+    ui.advance(1000);
+    ui.step(3);
+    EXPECT_GT(ui.owner().count(), 0u) << "the held arrow keeps stepping after its copy is gone";
+    ui.release(bar, XY<int>(8, 4));
+}
