@@ -18,7 +18,8 @@ CommandRegistrar tool(const char* name, CommandRegistry::Function open)
 // ---- Commands, in table order
 // "Glob Inspector" (scope 2): no widget inspector yet.
 // "Glob Inspector 2" (scope 2): no widget tree panel yet.
-// "ShowLog" (context form, scope 0): registered here once the log panel exists.
+const CommandRegistrar showLog("ShowLog", [](const Cmd::Context& context) { openLogWindow(context); }, UIString(),
+                               UIString(), cmdScopeApplication);
 // "Alpha Channel Editor" (scope 2): no alpha channel editor yet.
 // "Show Magnifier" (scope 2): registered here once the magnifier exists.
 // "PageIndexWidgetTest", "Space Divider Test", "SplitTabsWidgetTest" (scope 2): no such test panels yet.

@@ -4,7 +4,7 @@
 #include "logging/detail/LiveLoggers.h"
 #include "toolkit/gfx/Font.h"
 #include "toolkit/gfx/WordWrappingTextRenderer.h"
-#include "toolkit/platform/OsServices.h"
+#include "toolkit/ui/OsServices.h"
 #include "toolkit/support/AtomicFile.h"
 #include "toolkit/support/Clock.h"
 #include "toolkit/support/FileUtils.h"

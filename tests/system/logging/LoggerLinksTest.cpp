@@ -1,6 +1,6 @@
 #include "LoggerTestSupport.h"
 
-#include "toolkit/platform/OsServices.h"
+#include "toolkit/ui/OsServices.h"
 #include "toolkit/ui/GlobManager.h"
 #include "toolkit/ui/MenuGlob.h"
 #include "toolkit/ui/UifStd.h"

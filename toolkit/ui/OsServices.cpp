@@ -1,4 +1,4 @@
-#include "toolkit/platform/OsServices.h"
+#include "toolkit/ui/OsServices.h"
 
 #include "toolkit/ui/Screen.h"
 
