@@ -16,7 +16,7 @@
 
 #include "parampanels/UIBuilderParams.h"
 #include "toolkit/gfx/Font.h"
-#include "toolkit/gfx/FontEngine.h"
+#include "toolkit/gfx/detail/FontEngine.h"
 #include "toolkit/gfx/WordWrappingTextRenderer.h"
 #include "toolkit/support/params/BoolParam.h"
 #include "toolkit/support/params/ChoiceParam.h"

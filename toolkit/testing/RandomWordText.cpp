@@ -36,7 +36,7 @@ Vocabulary makeVocabulary(size_t size, uint32_t seed)
     std::mt19937 rng(seed);
     Vocabulary vocabulary;
     std::unordered_set<std::string> seen;
-    const size_t joined = size / 10;
+    const size_t joined = size / 2;
     while (vocabulary.joinedPairWords.size() < joined) {
         std::string word = makeWord(rng);
         word.insert(rng() % (word.size() + 1), kJoinedPairs[rng() % std::size(kJoinedPairs)]);

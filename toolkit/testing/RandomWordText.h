@@ -11,7 +11,8 @@
 
 namespace TestText {
 
-// About `size` distinct words of 2 to 11 letters, some capitalised; `size / 10` of them hold a joined pair.
+// `size` distinct words of 2 to 14 letters, some capitalised; half of them hold a joined pair, so that the
+// joined-pair words alone number in the thousands, as in a real vocabulary of that size and more.
 struct Vocabulary {
     std::vector<std::string> plainWords;
     std::vector<std::string> joinedPairWords;
