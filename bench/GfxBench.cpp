@@ -3,7 +3,7 @@
 //
 //   tessel-bench --benchmark_filter=Gfx
 #include "toolkit/gfx/Font.h"
-#include "toolkit/gfx/FontEngine.h"
+#include "toolkit/gfx/detail/FontEngine.h"
 #include "toolkit/gfx/ImageIO.h"
 #include "toolkit/gfx/Painter.h"
 #include "toolkit/gfx/WordWrappingTextRenderer.h"

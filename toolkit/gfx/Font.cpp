@@ -1,6 +1,6 @@
 #include "toolkit/gfx/Font.h"
 
-#include "toolkit/gfx/FontEngine.h"
+#include "toolkit/gfx/detail/FontEngine.h"
 
 #include <algorithm>
 #include <unordered_map>

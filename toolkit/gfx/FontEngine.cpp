@@ -1,4 +1,4 @@
-#include "toolkit/gfx/FontEngine.h"
+#include "toolkit/gfx/detail/FontEngine.h"
 
 #include <glib.h>
 #include <hb.h>
@@ -279,10 +279,12 @@ FontEngine::FontEngine(const FontDesc& desc) : m_desc(desc), m_info(charTable().
     PangoRectangle logical;
     pango_layout_get_extents(lay, nullptr, &logical);
     m_lineHeight = logical.height / double(PANGO_SCALE);
-    m_ascent = pango_layout_get_baseline(lay) / double(PANGO_SCALE);
+    m_baselineUnits = pango_layout_get_baseline(lay);
+    m_ascent = m_baselineUnits / double(PANGO_SCALE);
     m_descent = m_lineHeight - m_ascent;
 
     if (m_font) {
+        m_scaledFont = pango_cairo_font_get_scaled_font(PANGO_CAIRO_FONT(m_font));
         PangoFontMetrics* metrics = pango_font_get_metrics(m_font, pango_context_get_language(context));
         m_approximateCharWidth = pango_font_metrics_get_approximate_char_width(metrics);
         pango_font_metrics_unref(metrics);
@@ -415,6 +417,7 @@ int16_t FontEngine::measurePair(bool latin, uint16_t first, uint16_t second)
         if (positions[i].x_offset != 0 || positions[i].y_offset != 0 || positions[i].y_advance != 0)
             return kKernComplex;
     }
+    m_kernOnFirstGlyph &= positions[1].x_advance == m_advance[second];
     const int kern = positions[0].x_advance + positions[1].x_advance - m_advance[first] - m_advance[second];
     if (kern <= kKernComplex || kern > std::numeric_limits<int16_t>::max())
         return kKernComplex; // too large for the table: let the shaper handle this pair
@@ -529,37 +532,16 @@ int64_t FontEngine::shapeWidth(const uint16_t* slots, size_t count, bool latin, 
     return width;
 }
 
-inline size_t FontEngine::recentWordIndex(const uint16_t* slots, size_t count)
+const std::vector<int32_t>& FontEngine::ligatureWindow(const uint16_t* slots, size_t count, bool latin)
 {
-    if (count == 0)
-        return 0;
-    uint32_t h = static_cast<uint32_t>(count) * 0x9E3779B1u;
-    h ^= slots[0] * 0x85EBCA77u;
-    h ^= slots[count / 2] * 0xC2B2AE3Du;
-    h ^= slots[count - 1] * 0x27D4EB2Fu;
-    return (h >> 16) % kRecentWords;
-}
-
-const FontEngine::ComplexWord& FontEngine::complexWord(const uint16_t* slots, size_t count, bool latin)
-{
-    auto& cache = m_wordCache[latin];
+    auto& windows = m_ligatureWindows[latin];
     const std::u16string_view key(reinterpret_cast<const char16_t*>(slots), count);
-    // The same few words come back line after line: a small table of recent ones answers before the hash map.
-    RecentWord& recent = m_recentWords[latin][recentWordIndex(slots, count)];
-    if (recent.key && recent.key->size() == count
-        && std::memcmp(recent.key->data(), slots, count * sizeof(uint16_t)) == 0)
-        return *recent.word;
-    if (auto found = cache.find(key); found != cache.end()) {
-        recent = {&found->first, &found->second};
+    if (auto found = windows.find(key); found != windows.end())
         return found->second;
-    }
-    if (cache.size() > 8192) {
-        cache.clear(); // a crude bound: user-interface text repeats few such words
-        m_recentWords[latin] = {};
-    }
+    if (windows.size() >= kMaxLigatureWindows / 2)
+        windows.clear(); // only an unusual alphabet gets here: Latin text meets a few hundred windows
 
-    ComplexWord word;
-    word.logicalWidths.assign(count, 0);
+    std::vector<int32_t> logicalWidths(count, 0);
     if (m_hbFont) {
         m_scratchCodepoints.clear();
         for (size_t i = 0; i < count; ++i)
@@ -580,15 +562,57 @@ const FontEngine::ComplexWord& FontEngine::complexWord(const uint16_t* slots, si
             const unsigned chars = next > cluster ? next - cluster : 1;
             const int64_t share = clusterWidth / chars;
             for (unsigned c = cluster; c < cluster + chars && c < count; ++c)
-                word.logicalWidths[c] = static_cast<int32_t>(share);
+                logicalWidths[c] = static_cast<int32_t>(share);
             if (cluster < count)
-                word.logicalWidths[cluster] += static_cast<int32_t>(clusterWidth - share * chars);
-            word.width += clusterWidth;
+                logicalWidths[cluster] += static_cast<int32_t>(clusterWidth - share * chars);
         }
     }
-    const auto added = cache.emplace(std::u16string(key), std::move(word)).first;
-    recent = {&added->first, &added->second};
-    return added->second;
+    return windows.emplace(std::u16string(key), std::move(logicalWidths)).first->second;
+}
+
+const FontEngine::ComplexWord& FontEngine::complexWord(const uint16_t* slots, size_t count, bool latin)
+{
+    // A joined pair changes the word only around itself: the joined glyph's own width and its kerning with
+    // the characters on either side. So the word is summed pair by pair from the tables, and each run of
+    // joined characters is shaped twice in small windows that the font shapes exactly as inside the word:
+    // with the character before it, for that character's kerning against the joined glyph, and with the
+    // character after it, for the run's own widths. Windows are pairs of a neighbour and a run, so how many a
+    // text can meet is bounded by its alphabet, however many words it uses. (A window before a run and one
+    // after never look alike: only the second starts with a joined pair.)
+    ComplexWord& word = m_complexWord;
+    word.logicalWidths.assign(count, 0);
+    const auto joined = [&](size_t i) { return kern(latin, slots[i], slots[i + 1]) == kKernComplex; };
+    size_t i = 0;
+    while (i < count) {
+        if (i + 1 == count || !joined(i)) {
+            word.logicalWidths[i] = m_advance[slots[i]] + (i + 1 < count ? kern(latin, slots[i], slots[i + 1]) : 0);
+            ++i;
+            continue;
+        }
+        // The joined run from i to last; a run that starts right after it joins it, since its first character
+        // is no plain neighbour.
+        size_t last = i + 1;
+        for (;;) {
+            while (last + 1 < count && joined(last))
+                ++last;
+            if (last + 2 < count && joined(last + 1)) {
+                last += 2;
+                continue;
+            }
+            break;
+        }
+        if (i > 0)
+            word.logicalWidths[i - 1] = ligatureWindow(slots + i - 1, last + 2 - i, latin)[0];
+        const size_t end = std::min(last + 2, count);
+        const std::vector<int32_t>& after = ligatureWindow(slots + i, end - i, latin);
+        for (size_t c = i; c <= last; ++c)
+            word.logicalWidths[c] = after[c - i];
+        i = last + 1;
+    }
+    word.width = 0;
+    for (const int32_t w : word.logicalWidths)
+        word.width += w;
+    return word;
 }
 
 int64_t FontEngine::hyphenWidth(bool latin, uint16_t last)
@@ -896,7 +920,7 @@ std::vector<FontEngine::PangoLine> FontEngine::wrapWithPango(std::string_view ut
     return lines;
 }
 
-void FontEngine::draw(cairo_t* cr, std::string_view utf8, double x, double baseline)
+void FontEngine::drawWithLayout(cairo_t* cr, std::string_view utf8, double x, double baseline)
 {
     PangoLayout* lay = layout();
     pango_layout_set_width(lay, -1);
@@ -908,6 +932,133 @@ void FontEngine::draw(cairo_t* cr, std::string_view utf8, double x, double basel
     }
     cairo_move_to(cr, x, baseline - pango_layout_get_baseline(lay) / double(PANGO_SCALE));
     pango_cairo_show_layout(cr, lay);
+}
+
+void FontEngine::draw(cairo_t* cr, std::string_view utf8, double x, double baseline)
+{
+    if (!m_keepShapedText) {
+        drawWithLayout(cr, utf8, x, baseline);
+        return;
+    }
+    const ShapedText* shaped = m_shapedTexts.find(utf8);
+    if (!shaped)
+        shaped = &m_shapedTexts.insert(utf8, shapeForDrawing(utf8));
+    if (shaped->needsLayout) {
+        drawWithLayout(cr, utf8, x, baseline);
+        return;
+    }
+    // The layout renderer's own arithmetic, step by step, so that every glyph lands on the very same
+    // fraction of a pixel: the pen goes to the line's top through the current point (Cairo keeps it in fixed
+    // point), and each glyph is placed from there.
+    cairo_move_to(cr, x, baseline - shaped->baseline / double(PANGO_SCALE));
+    double left = 0.0;
+    double top = 0.0;
+    cairo_get_current_point(cr, &left, &top);
+    const double baseY = top + double(shaped->baseline) / PANGO_SCALE;
+    // Fonts belong to the user-interface thread, so one array serves them all.
+    static std::vector<cairo_glyph_t> placed;
+    placed.resize(shaped->glyphs.size());
+    for (const ShapedRun& run : shaped->runs) {
+        const double baseX = left + double(run.x) / PANGO_SCALE;
+        cairo_glyph_t* out = placed.data();
+        for (uint32_t i = 0; i < run.glyphCount; ++i) {
+            const ShapedGlyph& glyph = shaped->glyphs[run.firstGlyph + i];
+            out[i].index = glyph.index;
+            out[i].x = baseX + double(glyph.x) / PANGO_SCALE;
+            out[i].y = glyph.y == 0 ? baseY : baseY + double(glyph.y) / PANGO_SCALE;
+        }
+        cairo_set_scaled_font(cr, run.font);
+        cairo_show_glyphs(cr, out, static_cast<int>(run.glyphCount));
+    }
+}
+
+ShapedText FontEngine::shapeForDrawing(std::string_view utf8)
+{
+    ShapedText shaped;
+    if (!shapeFromTables(utf8, shaped))
+        shapeWithLayout(utf8, shaped);
+    return shaped;
+}
+
+bool FontEngine::shapeFromTables(std::string_view utf8, ShapedText& shaped)
+{
+    if (!m_scaledFont || !m_kernOnFirstGlyph || cairo_scaled_font_status(m_scaledFont) != CAIRO_STATUS_SUCCESS
+        || !toSlots(utf8, m_scratchSlots, nullptr))
+        return false;
+    const uint16_t* slots = m_scratchSlots.data();
+    const size_t count = m_scratchSlots.size();
+    const bool latin = isLatinRun(slots, count);
+    shaped.glyphs.resize(count);
+    int64_t pen = 0;
+    for (size_t i = 0; i < count; ++i) {
+        const int k = i + 1 < count ? kern(latin, slots[i], slots[i + 1]) : 0;
+        if (k == kKernComplex || pen > std::numeric_limits<int32_t>::max())
+            return false;
+        shaped.glyphs[i] = {m_glyph[slots[i]], static_cast<int32_t>(pen), 0};
+        pen += m_advance[slots[i]] + k;
+    }
+    shaped.baseline = m_baselineUnits;
+    shaped.runs.push_back({cairo_scaled_font_reference(m_scaledFont), 0, static_cast<uint32_t>(count), 0});
+    return true;
+}
+
+void FontEngine::shapeWithLayout(std::string_view utf8, ShapedText& shaped)
+{
+    shaped = ShapedText();
+    shaped.needsLayout = true;
+    PangoLayout* lay = layout();
+    pango_layout_set_width(lay, -1);
+    std::string clean;
+    if (!isValidShaperText(utf8)) {
+        clean = sanitisedUtf8(utf8);
+        utf8 = clean;
+    }
+    pango_layout_set_text(lay, utf8.data(), static_cast<int>(utf8.size()));
+    if (pango_layout_get_line_count(lay) != 1)
+        return;
+    PangoLayoutIter* iter = pango_layout_get_iter(lay);
+    PangoRectangle lineExtents;
+    pango_layout_iter_get_line_extents(iter, nullptr, &lineExtents);
+    pango_layout_iter_free(iter);
+    const PangoLayoutLine* line = pango_layout_get_line_readonly(lay, 0);
+    std::vector<ShapedRun> runs;
+    int64_t runX = lineExtents.x;
+    bool drawable = true;
+    for (GSList* item = line->runs; item && drawable; item = item->next) {
+        const auto* run = static_cast<const PangoGlyphItem*>(item->data);
+        PangoGlyphString* glyphs = run->glyphs;
+        cairo_scaled_font_t* font = pango_cairo_font_get_scaled_font(PANGO_CAIRO_FONT(run->item->analysis.font));
+        if (!font || cairo_scaled_font_status(font) != CAIRO_STATUS_SUCCESS || run->y_offset != 0) {
+            drawable = false;
+            break;
+        }
+        ShapedRun out{cairo_scaled_font_reference(font), static_cast<uint32_t>(shaped.glyphs.size()), 0,
+                      static_cast<int32_t>(runX)};
+        runs.push_back(out);
+        int64_t position = 0;
+        for (int i = 0; i < glyphs->num_glyphs; ++i) {
+            const PangoGlyphInfo& glyph = glyphs->glyphs[i];
+            if (glyph.glyph & PANGO_GLYPH_UNKNOWN_FLAG && glyph.glyph != (0x20 | PANGO_GLYPH_UNKNOWN_FLAG)) {
+                drawable = false; // a placeholder box, which the layout renderer draws itself
+                break;
+            }
+            if (glyph.glyph != PANGO_GLYPH_EMPTY && !(glyph.glyph & PANGO_GLYPH_UNKNOWN_FLAG))
+                shaped.glyphs.push_back({glyph.glyph, static_cast<int32_t>(position + glyph.geometry.x_offset),
+                                         glyph.geometry.y_offset});
+            position += glyph.geometry.width;
+        }
+        runs.back().glyphCount = static_cast<uint32_t>(shaped.glyphs.size()) - runs.back().firstGlyph;
+        runX += pango_glyph_string_get_width(glyphs);
+    }
+    if (!drawable) {
+        for (const ShapedRun& run : runs)
+            cairo_scaled_font_destroy(run.font);
+        shaped.glyphs.clear();
+        return;
+    }
+    shaped.runs = std::move(runs);
+    shaped.baseline = pango_layout_get_baseline(lay);
+    shaped.needsLayout = false;
 }
 
 } // namespace Pictor

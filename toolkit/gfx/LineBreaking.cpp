@@ -1,6 +1,6 @@
-#include "toolkit/gfx/LineBreaking.h"
+#include "toolkit/gfx/detail/LineBreaking.h"
 
-#include "toolkit/gfx/FontEngine.h"
+#include "toolkit/gfx/detail/FontEngine.h"
 
 #include <pango/pango.h>
 

@@ -1,6 +1,6 @@
 #include "toolkit/gfx/Painter.h"
 
-#include "toolkit/gfx/FontEngine.h"
+#include "toolkit/gfx/detail/FontEngine.h"
 #include "toolkit/gfx/WordWrappingTextRenderer.h"
 
 #include <cairo.h>
@@ -153,6 +153,19 @@ void Painter::clipTo(const PaintRect& rect)
     const auto d = m_state->device(rect);
     cairo_rectangle(cr, d.x, d.y, d.w, d.h);
     cairo_clip(cr);
+}
+
+void Painter::clipTo(std::span<const PaintRect> rects)
+{
+    cairo_t* cr = m_state->cr;
+    cairo_new_path(cr);
+    for (const PaintRect& rect : rects) {
+        if (rect.empty() || !finite({rect.x0, rect.y0, rect.x1, rect.y1}))
+            continue;
+        const auto d = m_state->device(rect);
+        cairo_rectangle(cr, d.x, d.y, d.w, d.h);
+    }
+    cairo_clip(cr); // an empty path leaves nothing to draw in
 }
 
 PaintRect Painter::clipBounds() const

@@ -96,6 +96,8 @@ public:
     XY<double> origin() const;
     // Narrows the clip to the rectangle (in current coordinates).
     void clipTo(const PaintRect& rect);
+    // Narrows the clip to the union of the rectangles; clipBounds() then answers the box around them.
+    void clipTo(std::span<const PaintRect> rects);
     // The clip in current coordinates; empty when nothing can be drawn.
     PaintRect clipBounds() const;
     // False when the rectangle lies wholly outside the clip, so its drawing can be skipped.

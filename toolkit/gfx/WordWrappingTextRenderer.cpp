@@ -1,7 +1,7 @@
 #include "toolkit/gfx/WordWrappingTextRenderer.h"
 
-#include "toolkit/gfx/FontEngine.h"
-#include "toolkit/gfx/LineBreaking.h"
+#include "toolkit/gfx/detail/FontEngine.h"
+#include "toolkit/gfx/detail/LineBreaking.h"
 
 #include <algorithm>
 #include <cmath>

@@ -566,30 +566,40 @@ void Screen::flush()
         Pictor::Painter painter(m_image);
         Pictor::Painter* outer = activePainter;
         activePainter = &painter;
-        for (const GlobBox& area : areas)
-            paintArea(painter, area);
+        paintAreas(painter, areas);
         activePainter = outer;
     }
     m_painting = false;
     m_backend->present(m_image, areas);
 }
 
-void Screen::paintArea(Pictor::Painter& painter, const GlobBox& area)
+void Screen::paintAreas(Pictor::Painter& painter, const std::vector<GlobBox>& areas)
 {
+    // One pass for all the areas, clipped to their union: a widget that several areas meet (a table and its
+    // own scroll bar after a scroll) is drawn once, not once for each.
+    std::vector<Pictor::PaintRect> rects(areas.begin(), areas.end());
+    GlobBox bounds;
+    for (const GlobBox& area : areas)
+        bounds = bounds.unionWith(area);
     Pictor::StateSaver saver(painter);
-    painter.clipTo(area);
-    painter.fillRect(area, UifStd::getScreenBackground());
+    painter.clipTo(std::span<const Pictor::PaintRect>(rects));
+    painter.fillRect(bounds, UifStd::getScreenBackground());
     const std::vector<Glob*> tops = m_topLevels; // a draw() may not reorder what is being painted
     for (Glob* top : tops)
         if (is_good_glob_ptr(top) && top->isVisible())
-            paintGlob(painter, top, top->getPosition(), area);
+            paintGlob(painter, top, top->getPosition(), bounds, XY<int>(0, 0), areas);
 }
 
-void Screen::paintGlob(Pictor::Painter& painter, Glob* glob, XY<int> origin, const GlobBox& clip)
+void Screen::paintGlob(Pictor::Painter& painter, Glob* glob, XY<int> origin, const GlobBox& clip,
+                       XY<int> parentOnScreen, const std::vector<GlobBox>& areas)
 {
-    // `origin` and `clip` are in the coordinates of the glob's parent (the screen for a top-level widget).
+    // `origin` and `clip` are in the coordinates of the glob's parent (the screen for a top-level widget);
+    // `areas` are on the screen.
     const GlobBox box = GlobBox::fromOriginAndSize(origin, glob->getSize()).intersection(clip);
     if (box.empty())
+        return;
+    const GlobBox onScreen = box.translated(parentOnScreen);
+    if (std::none_of(areas.begin(), areas.end(), [&](const GlobBox& area) { return area.intersects(onScreen); }))
         return;
     Pictor::StateSaver saver(painter);
     painter.translate(origin.x, origin.y);
@@ -600,7 +610,7 @@ void Screen::paintGlob(Pictor::Painter& painter, Glob* glob, XY<int> origin, con
     for (size_t i = 0; i < glob->m_children.size(); ++i) {
         Glob* child = glob->m_children[i].widget;
         if (child->isVisible())
-            paintGlob(painter, child, child->getPosition(), local);
+            paintGlob(painter, child, child->getPosition(), local, parentOnScreen + origin, areas);
     }
 }
 

@@ -11,8 +11,9 @@
 // one button on one widget, close in place and within getDoubleClickTime() on the toolkit clock, make a
 // double click (Event::clickCount 2).
 //
-// Painting. invalidate() only records an area. flush() paints every recorded area once: each top-level
-// widget that meets it, clipped to it, and inside each only the children that meet it. processEvents() is
+// Painting. invalidate() only records an area. flush() paints every recorded area in one pass, clipped to
+// them all: each widget that meets some area is drawn once, however many areas meet it, and inside each only
+// the children that meet an area. processEvents() is
 // one turn of the loop: input, deferred calls, the tooltip timer, then one flush.
 
 #include "toolkit/gfx/Image.h"
@@ -212,8 +213,9 @@ private:
     void updateHover(Glob* hit, const Event& moveEvent);
     void updateCursor(Glob* hit);
     void hideTooltip();
-    void paintArea(Pictor::Painter& painter, const GlobBox& area);
-    void paintGlob(Pictor::Painter& painter, Glob* glob, XY<int> origin, const GlobBox& clip);
+    void paintAreas(Pictor::Painter& painter, const std::vector<GlobBox>& areas);
+    void paintGlob(Pictor::Painter& painter, Glob* glob, XY<int> origin, const GlobBox& clip, XY<int> parentOnScreen,
+                   const std::vector<GlobBox>& areas);
 
     uint16_t m_width;
     uint16_t m_height;

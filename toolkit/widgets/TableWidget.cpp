@@ -1006,15 +1006,19 @@ void TableWidget::draw()
     const Palette& pal = getPalette();
     const GlobBox rows = getRowsBox();
     p.fillRect(getLocalBox(), pal.entry());
-    if (m_showHeader)
+    if (m_showHeader && p.isVisible(getHeaderBox())) // a scroll repaints the rows alone
         drawHeader();
 
     if (m_rows->count > 0 && !rows.empty()) {
         Pictor::StateSaver saver(p);
         p.clipTo(rows);
-        unsigned row = m_rows->rowAtY(m_scroll);
+        // Only the rows that meet what is being repainted; a row's grid lines reach one pixel past its box.
+        const Pictor::PaintRect clip = p.clipBounds();
+        const int64_t clipTop = static_cast<int64_t>(std::ceil(clip.y1)) + 1;
+        const int64_t clipBottom = static_cast<int64_t>(std::floor(clip.y0)) - 1;
+        unsigned row = m_rows->rowAtY(m_scroll + std::max<int64_t>(0, rows.top() - clipTop));
         int64_t top = rows.top() - (m_rows->top(row) - m_scroll);
-        while (row < m_rows->count && top > rows.bottom()) {
+        while (row < m_rows->count && top > rows.bottom() && top > clipBottom) {
             const int h = m_rows->height(row);
             const GlobBox rowBox(rows.left(), static_cast<int>(top - h), rows.right(), static_cast<int>(top));
             drawRow(row, rowBox);

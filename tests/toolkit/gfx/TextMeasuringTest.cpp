@@ -1,7 +1,7 @@
 // Fast measuring against the full text shaper. The shaper's own unhinted layout of the same text is the
 // reference: widths must stay within a pixel of it (in practice they are equal to the 1/1024 pixel).
 #include "toolkit/gfx/Font.h"
-#include "toolkit/gfx/FontEngine.h"
+#include "toolkit/gfx/detail/FontEngine.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Word wrapping must give the same lines as the text shaper's own wrapping of the same text, so that boxes sized
 // from the count fit what is drawn.
-#include "toolkit/gfx/FontEngine.h"
-#include "toolkit/gfx/LineBreaking.h"
+#include "toolkit/gfx/detail/FontEngine.h"
+#include "toolkit/gfx/detail/LineBreaking.h"
 #include "toolkit/gfx/WordWrappingTextRenderer.h"
 #include "toolkit/support/LightweightString.h"
 

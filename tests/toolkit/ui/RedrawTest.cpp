@@ -84,6 +84,28 @@ TEST_F(Redraw, AFlushPaintsOnlyTheWidgetsThatMeetTheDirtyArea)
     EXPECT_EQ(ui.screen().getLastPaintCount(), 2u) << "the owner beneath and the right box";
 }
 
+TEST_F(Redraw, AWidgetThatSeveralDirtyAreasMeetIsPaintedOnceAndOnlyInsideThem)
+{
+    ColourGlob* box = colour(20, 20, 100, 60, red);
+    ColourGlob* left = colour(5, 5, 20, 20, green, box);
+    ColourGlob* right = colour(70, 5, 20, 20, green, box);
+    ui.flush();
+    const int paints = box->paints;
+    box->colour = green;
+    right->colour = red;
+    left->redraw();
+    right->redraw();
+    box->redraw(GlobBox(40, 40, 50, 50));
+    ui.flush();
+
+    EXPECT_EQ(box->paints, paints + 1);
+    EXPECT_EQ(left->paints, 2);
+    EXPECT_EQ(right->paints, 2);
+    EXPECT_TRUE(ui.pixelAt(box, {45, 45}).isCloseTo(green)) << "inside an area: repainted";
+    EXPECT_TRUE(ui.pixelAt(right, {10, 10}).isCloseTo(red));
+    EXPECT_TRUE(ui.pixelAt(box, {60, 30}).isCloseTo(red)) << "between the areas: left as it was";
+}
+
 TEST_F(Redraw, ChildrenAreClippedToTheirParentAndHiddenOnesAreNotPainted)
 {
     ColourGlob* parent = colour(50, 50, 40, 40, red);

@@ -5,7 +5,7 @@
 // word mode, breakHyphen when a break there splits a word and shows a hyphen. Every position between two
 // characters may break in character mode, since the wrapper's characters are each a whole grapheme.
 
-#include "toolkit/gfx/FontEngine.h"
+#include "toolkit/gfx/detail/FontEngine.h"
 
 #include <cstddef>
 #include <cstdint>

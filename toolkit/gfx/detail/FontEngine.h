@@ -9,13 +9,16 @@
 // symbols, general punctuation, currency signs, letter-like symbols and arrows. Each character is first checked
 // against the font: it must have its own glyph that shapes to itself. Pair kerning is measured by shaping the
 // pair, the first time the pair is met. A pair that the font turns into something else (a ligature such as
-// "fi") is marked complex; a word holding one is measured whole by the shaper and remembered.
+// "fi") is marked complex; such a pair is measured by shaping it with its neighbour on one side and then on
+// the other, and those small windows are remembered, so what is kept grows with the letters met, not with
+// the words.
 //
 // The shaper applies different kerning to a run of Latin text and to a run with no letters at all (digits and
 // punctuation only), so there are two sets of kerning tables, chosen per text.
 
 #include "toolkit/gfx/Font.h"
 #include "toolkit/gfx/FontDesc.h"
+#include "toolkit/gfx/detail/ShapedTextCache.h"
 
 #include <array>
 #include <cstddef>
@@ -148,13 +151,17 @@ public:
     bool wrapStepsNonNegative() const { return m_wrapStepsNonNegative; }
     // The exact width of the slots as the shaper lays them out, with a hyphen after them if asked.
     int64_t shapeWidth(const uint16_t* slots, size_t count, bool latin, bool withHyphen);
-    // A word that holds a complex pair, shaped whole and remembered: its width, and each character's share
-    // of it the way the shaper hands out the width of a ligature (evenly over its characters).
+    // A word that holds a complex pair, as the shaper lays it out: its width, and each character's share of it
+    // the way the shaper hands out the width of a ligature (evenly over its characters). Valid until the next
+    // call.
     struct ComplexWord {
         int64_t width = 0;
         std::vector<int32_t> logicalWidths;
     };
     const ComplexWord& complexWord(const uint16_t* slots, size_t count, bool latin);
+    // How many ligature windows are remembered at most (see complexWord); then they are measured afresh.
+    static constexpr size_t kMaxLigatureWindows = 16384;
+    size_t ligatureWindowCount() const { return m_ligatureWindows[0].size() + m_ligatureWindows[1].size(); }
     // Added to a line's width when the line ends in a hyphen after `last`.
     int64_t hyphenWidth(bool latin, uint16_t last);
     WrapScratch& wrapScratch() { return m_wrapScratch; }
@@ -175,8 +182,17 @@ public:
         bool hyphen;
     };
     std::vector<PangoLine> wrapWithPango(std::string_view utf8, int widthUnits);
-    // Draws one line with its baseline at (x, baseline) in device pixels (y down).
+    // Draws one line with its baseline at (x, baseline) in device pixels (y down). The text is shaped the
+    // first time and its glyphs kept, so that drawing it again only places them.
     void draw(_cairo* cr, std::string_view utf8, double x, double baseline);
+    // The same pixels by laying the text out in full every time, as draw() does for text whose glyphs cannot
+    // be kept.
+    void drawWithLayout(_cairo* cr, std::string_view utf8, double x, double baseline);
+    // Off, draw() lays every text out in full again, as drawWithLayout() does.
+    void keepShapedText(bool keep) { m_keepShapedText = keep; }
+    // What a font keeps of the texts it has drawn: at most this many bytes (see ShapedTextCache).
+    static constexpr size_t kShapedTextBudget = size_t(1) << 20;
+    const ShapedTextCache& shapedTexts() const { return m_shapedTexts; }
 
 private:
     int16_t* kernCell(bool latin, uint16_t first, uint16_t second)
@@ -198,6 +214,12 @@ private:
     int64_t complexWordsDelta(const Slot* slots, size_t count, bool latin, const uint32_t* pairs, size_t pairCount);
     int64_t measureByWords(const uint16_t* slots, size_t count, bool latin);
     _PangoLayout* layout();
+    ShapedText shapeForDrawing(std::string_view utf8);
+    // Glyphs and positions straight from the tables; false when the text needs the shaper.
+    bool shapeFromTables(std::string_view utf8, ShapedText& shaped);
+    void shapeWithLayout(std::string_view utf8, ShapedText& shaped);
+    // The logical widths of the characters of a window around joined characters (see complexWord).
+    const std::vector<int32_t>& ligatureWindow(const uint16_t* slots, size_t count, bool latin);
 
     FontDesc m_desc;
     _PangoFontDescription* m_pangoDesc = nullptr;
@@ -209,6 +231,11 @@ private:
     double m_descent = 0.0;
     double m_lineHeight = 0.0;
     int32_t m_approximateCharWidth = 0;
+    int32_t m_baselineUnits = 0;         // a one-line layout's baseline below its top, in shaper units
+    _cairo_scaled_font* m_scaledFont = nullptr; // owned by m_font
+    // Whether the shaper puts each pair's kerning on the first glyph's advance, as the tables assume when
+    // they place glyphs for drawing (it does for every font we know).
+    bool m_kernOnFirstGlyph = true;
     uint32_t m_hyphenCodepoint = 0x2010;
     int m_hyphenSlot = -1;
 
@@ -228,23 +255,21 @@ private:
     std::array<std::array<const int16_t*, kTableSize>, 2> m_wrapSteps{};
     std::array<std::vector<std::unique_ptr<int16_t[]>>, 2> m_ownWrapSteps;
 
-    struct WordHash {
+    struct WindowHash {
         using is_transparent = void;
         size_t operator()(std::u16string_view s) const { return std::hash<std::u16string_view>()(s); }
     };
-    struct WordEqual {
+    struct WindowEqual {
         using is_transparent = void;
         bool operator()(std::u16string_view a, std::u16string_view b) const { return a == b; }
     };
-    std::array<std::unordered_map<std::u16string, ComplexWord, WordHash, WordEqual>, 2> m_wordCache;
-    // Entries of m_wordCache met lately, by a cheap hash of the word (the map's nodes stay put until cleared).
-    struct RecentWord {
-        const std::u16string* key = nullptr;
-        const ComplexWord* word = nullptr;
-    };
-    static constexpr size_t kRecentWords = 61;
-    static size_t recentWordIndex(const uint16_t* slots, size_t count);
-    std::array<std::array<RecentWord, kRecentWords>, 2> m_recentWords{};
+    // [latin]: joined characters with a neighbour before or after them, and each character's logical width
+    // there.
+    std::array<std::unordered_map<std::u16string, std::vector<int32_t>, WindowHash, WindowEqual>, 2>
+        m_ligatureWindows;
+    ComplexWord m_complexWord;
+    ShapedTextCache m_shapedTexts{kShapedTextBudget};
+    bool m_keepShapedText = true;
     std::vector<uint32_t> m_scratchCodepoints;
     std::vector<uint16_t> m_scratchSlots;
     std::vector<uint16_t> m_wordSlots;
