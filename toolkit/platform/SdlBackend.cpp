@@ -1,5 +1,7 @@
 #include "toolkit/platform/SdlBackend.h"
 
+#include "toolkit/platform/DesktopCapture.h"
+
 #include "toolkit/support/MainThread.h"
 #include "toolkit/ui/Event.h"
 #include "toolkit/ui/Screen.h"
@@ -96,6 +98,8 @@ struct SdlBackend::State {
     std::array<SDL_Cursor*, SDL_NUM_SYSTEM_CURSORS> cursors{};
     int cursorShown = -1;
     Screen* screen = nullptr;
+    // The desktop around the window, when the window system lets us read it.
+    std::unique_ptr<DesktopCapture> desktop;
     bool closeRequested = false;
     bool haveFrame = false;
 
@@ -174,6 +178,8 @@ std::unique_ptr<SdlBackend> SdlBackend::create(const Options& options)
         errorText() = SDL_GetError();
         return nullptr;
     }
+    if (driver && SDL_strcmp(driver, "x11") == 0)
+        state->desktop = DesktopCapture::openX11();
     state->wakeEvent = SDL_RegisterEvents(1);
     SDL_StartTextInput();
     return std::unique_ptr<SdlBackend>(new SdlBackend(std::move(state)));
@@ -340,6 +346,24 @@ Pictor::Image SdlBackend::readPixels() const
         return Pictor::Image();
     }
     return out;
+}
+
+Pictor::Image SdlBackend::captureDesktop(const GlobBox& area)
+{
+    State& s = *m_state;
+    if (!s.desktop || !s.screen)
+        return {};
+    // The window's top-left on the desktop; the screen's y runs up from the window's bottom.
+    int windowX = 0;
+    int windowY = 0;
+    SDL_GetWindowPosition(s.window, &windowX, &windowY);
+    return s.desktop->capture(windowX + area.left(), windowY + s.screen->getSize().y - area.top(), area.width(),
+                              area.height());
+}
+
+bool SdlBackend::hasDesktopCapture() const
+{
+    return m_state->desktop != nullptr;
 }
 
 void SdlBackend::setCursorShape(int cursorId)
