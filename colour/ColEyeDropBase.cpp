@@ -4,6 +4,7 @@
 #include "toolkit/support/StringConversions.h"
 #include "toolkit/ui/Screen.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <cstring>
@@ -26,6 +27,46 @@ double leadingNumber(std::string_view word)
     double out = 0.0;
     const auto result = std::from_chars(word.data(), word.data() + word.size(), out);
     return result.ec == std::errc() ? out : 0.0;
+}
+
+// Channel bytes as the toolkit's 0..1 channels: exactly byte / 255.0.
+struct UnitChannels {
+    UnitChannels()
+    {
+        for (int i = 0; i < 256; ++i)
+            value[i] = i / 255.0;
+    }
+    double value[256];
+};
+
+// RGBToHSV of a screen pixel, with the same arithmetic in the same order, so the results are identical; the
+// clamping and the general hue wrapping have nothing to do for bytes, and leaving them out lets a full-screen
+// range run in the time a user expects.
+HSV pixelHSV(uint32_t p)
+{
+    static const UnitChannels unit;
+    const double r = unit.value[(p >> 16) & 0xffu];
+    const double g = unit.value[(p >> 8) & 0xffu];
+    const double b = unit.value[p & 0xffu];
+    const double maxC = std::max({r, g, b});
+    const double minC = std::min({r, g, b});
+    const double delta = maxC - minC;
+    HSV hsv;
+    hsv.v = maxC;
+    if (delta <= 0.0)
+        return hsv;
+    hsv.s = delta / maxC;
+    double hue;
+    if (maxC == r)
+        hue = 60.0 * ((g - b) / delta);
+    else if (maxC == g)
+        hue = 60.0 * ((b - r) / delta + 2.0);
+    else
+        hue = 60.0 * ((r - g) / delta + 4.0);
+    if (hue < 0.0)
+        hue += 360.0;
+    hsv.h = hue >= 360.0 ? 0.0 : hue;
+    return hsv;
 }
 
 } // namespace
@@ -77,8 +118,7 @@ ColEyeDropBase::ColourRange ColEyeDropBase::getPixelRange(const Cv::Box<double, 
                 continue;
             previous = p;
             havePrevious = true;
-            const HSV hsv = RGBToHSV(
-                {((p >> 16) & 0xffu) / 255.0, ((p >> 8) & 0xffu) / 255.0, (p & 0xffu) / 255.0});
+            const HSV hsv = pixelHSV(p);
             if (hsv.s == 0.0 || hsv.v == 0.0)
                 continue;
             if (!counted) {

@@ -160,3 +160,23 @@ TEST_F(ParsingAColourMessage, ReadsAWordThatIsNotANumberAsZero)
     EXPECT_EQ(s, 0.5);
     EXPECT_EQ(v, 0.0);
 }
+
+TEST_F(Sampling, TheRangeOfOnePixelIsThatPixelsHueSaturationAndValue)
+{
+    // Colours from every corner of the cube, greys excepted, in steps that meet each hue sector's edges.
+    std::vector<Colour> colours;
+    for (int r = 0; r < 256; r += 51)
+        for (int g = 0; g < 256; g += 51)
+            for (int b = 0; b < 256; b += 17)
+                if (!(r == g && g == b))
+                    colours.push_back(Colour::fromBytes(uint8_t(r), uint8_t(g), uint8_t(b)));
+    showPicture(ui, columnsOf(std::vector<Colour>(colours.begin(), colours.begin() + 300)), {0, 100});
+    showPicture(ui, columnsOf(std::vector<Colour>(colours.begin() + 300, colours.end())), {0, 120});
+    for (size_t i = 0; i < colours.size(); ++i) {
+        const double x = static_cast<double>(i < 300 ? i : i - 300);
+        const double y = i < 300 ? 100 : 120;
+        const HSV hsv = RGBToHSV(colours[i].toNormalisedRGB());
+        const ColEyeDropBase::ColourRange one{hsv.h, hsv.h, hsv.s, hsv.s, hsv.v, hsv.v};
+        EXPECT_EQ(ColEyeDropBase::getPixelRange(Area(x, y, x + 1, y + 1)), one) << i;
+    }
+}
