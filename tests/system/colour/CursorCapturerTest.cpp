@@ -180,14 +180,6 @@ TEST_F(Capturer, AnAnchorAtTheScreensLeftEdgeOutlinesNothing)
     EXPECT_FALSE(button->getMagnifier()->getAreaToOutline());
 }
 
-TEST_F(Capturer, TheAreaAlwaysCoversThePixelUnderThePointer)
-{
-    button->setDropperStyle(captureArea);
-    startCapture(button);
-    ui.press(picture, XY<int>{5, 5});
-    EXPECT_EQ(button->getAreaToSample(), Cv::Box<double>(305, 305, 306, 306));
-}
-
 TEST_F(Capturer, StartingTwiceOrStoppingWhenIdleChangesNothing)
 {
     EXPECT_EQ(button->disableCapture(), 0);

@@ -64,14 +64,6 @@ TEST_F(ColourWheel, DraggingTheCursorPublishesTheHueAndSaturationOfWhereItStops)
     EXPECT_NEAR(lastPublished().hue, 121.0, 1e-9);
 }
 
-TEST_F(ColourWheel, TheCursorFollowsWhatWasPublished)
-{
-    ui.drag(wheel, at(0, 0), at(0, -60));
-    EXPECT_NEAR(wheel->getCursor().x, 0.0, 1e-9);
-    EXPECT_NEAR(wheel->getCursor().y, -60.0, 1e-9);
-    EXPECT_EQ(wheel->getColour(), server->getValue());
-}
-
 TEST_F(ColourWheel, ALeftPressAwayFromTheCursorMovesNothing)
 {
     ui.drag(wheel, at(40, 40), at(60, 60));

@@ -90,13 +90,6 @@ TEST(HSWheelGeometry, OutOfRangeHueOrSaturationFailsWithoutTouchingTheOutputs)
     EXPECT_EQ(convertHStoXY(radius, 360.0, 1.0, x, y), 0);
 }
 
-TEST(HSWheelGeometry, PointsOfInterestFillTheBoundingSquareCornersIncluded)
-{
-    EXPECT_TRUE(pointOfInterest(radius, 100.0, -100.0));
-    EXPECT_FALSE(validColourPoint(radius, 100.0, -100.0));
-    EXPECT_FALSE(pointOfInterest(radius, 100.01, 0.0));
-}
-
 TEST(HSWheelGeometry, SnappingMovesOutsidePointsOntoTheRimAlongTheirBearing)
 {
     double x = 0;
@@ -124,11 +117,3 @@ TEST(HSWheelGeometry, SnappingMovesOutsidePointsOntoTheRimAlongTheirBearing)
     EXPECT_GE(y, 0.0);
 }
 
-TEST(HSWheelGeometry, SnappingLeavesPointsWithinTheRim)
-{
-    double x = 30;
-    double y = -40;
-    EXPECT_FALSE(snapPoint(radius, x, y));
-    EXPECT_EQ(x, 30);
-    EXPECT_EQ(y, -40);
-}

@@ -34,14 +34,6 @@ TEST_F(Magnifier, ShowsThePixelsAroundThePointerEnlarged)
     EXPECT_TRUE(ui.pixelAt(magnifier, inside + XY<int>(8, 0) + XY<int>(3, 3)).isCloseTo(blue));
 }
 
-TEST_F(Magnifier, FramesThePixelUnderThePointer)
-{
-    ui.screen().mouseMove({300, 305});
-    const XY<double> centre = magnifier->screenToView({300, 305});
-    EXPECT_TRUE(ui.pixelAt(magnifier, {static_cast<int>(centre.x), static_cast<int>(centre.y) + 4})
-                    .isCloseTo(Colour(0, 0, 0), 0.15));
-}
-
 TEST_F(Magnifier, OutlinesTheAreaItIsGiven)
 {
     ui.screen().mouseMove({300, 305});
