@@ -44,8 +44,11 @@ int CursorCapturer::enableCapture()
     const XY<int> mouse = glib_getMousePos();
     auto* magnifier = new MagnifyTool(MagnifyTool::InitArgs(1, magnifierSize, magnifierSize, 8));
     magnifier->setupRootPos(Glob::BottomLeft(mouse.x + magnifierOffset.x, mouse.y + magnifierOffset.y));
-    if (Screen* screen = Screen::current())
-        screen->addTopLevel(magnifier);
+    Screen* screen = Screen::current();
+    if (!screen || !screen->addTopLevel(magnifier)) {
+        delete magnifier;
+        return 0;
+    }
     m_session->magnifier = GlobWatch(magnifier);
     return 0;
 }
