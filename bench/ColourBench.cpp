@@ -16,8 +16,8 @@
 
 namespace {
 
-// Paints a picture over the whole screen: every pixel differs from its neighbours, the worst case for the
-// range (no runs of one colour to skip).
+// Noise over the whole screen: every pixel differs from its neighbours, the worst case for the range (no runs
+// of one colour to skip).
 class NoiseGlob : public Glob {
 public:
     struct InitArgs : GlobCreationInfo {
@@ -31,6 +31,25 @@ public:
                 state = state * 1664525u + 1013904223u;
                 m_image.row(row)[col] = 0xff000000u | (state >> 8);
             }
+    }
+    void drawBackground() override { painter().drawImage(m_image, 0, 0); }
+
+private:
+    Pictor::Image m_image;
+};
+
+// A smooth picture over the whole screen, as a photograph or a graded frame shows: hue across, brightness up.
+class GradientGlob : public Glob {
+public:
+    struct InitArgs : GlobCreationInfo {
+        using GlobCreationInfo::GlobCreationInfo;
+    };
+    explicit GradientGlob(const InitArgs& args) : Glob(args), m_image(args.width, args.height)
+    {
+        for (int row = 0; row < m_image.height(); ++row)
+            for (int col = 0; col < m_image.width(); ++col)
+                m_image.row(row)[col] = Pictor::Image::premultiplied(Colour::fromHSV(
+                    {360.0 * col / m_image.width(), 0.8, 1.0 - 0.9 * row / m_image.height()}));
     }
     void drawBackground() override { painter().drawImage(m_image, 0, 0); }
 
@@ -59,6 +78,16 @@ void BM_ColourRangeOfFullHdArea(benchmark::State& state)
         benchmark::DoNotOptimize(ColEyeDropBase::getPixelRange(Area(0, 0, 1920, 1080)));
 }
 BENCHMARK(BM_ColourRangeOfFullHdArea)->Unit(benchmark::kMillisecond);
+
+void BM_ColourRangeOfFullHdGradient(benchmark::State& state)
+{
+    UiHarness ui(1920, 1080);
+    ui.make<GradientGlob>(GradientGlob::InitArgs(1920, 1080));
+    ui.flush();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(ColEyeDropBase::getPixelRange(Area(0, 0, 1920, 1080)));
+}
+BENCHMARK(BM_ColourRangeOfFullHdGradient)->Unit(benchmark::kMillisecond);
 
 void BM_ColourWheelRepaintAfterBrightnessChange(benchmark::State& state)
 {

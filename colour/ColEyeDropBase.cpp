@@ -29,25 +29,32 @@ double leadingNumber(std::string_view word)
     return result.ec == std::errc() ? out : 0.0;
 }
 
-// Channel bytes as the toolkit's 0..1 channels: exactly byte / 255.0.
-struct UnitChannels {
-    UnitChannels()
+// Channel bytes as the toolkit's 0..1 channels (exactly byte / 255.0), and the reciprocals of channel
+// differences, with which a full-screen range passes over most pixels without the exact hue.
+struct RangeTables {
+    RangeTables()
     {
-        for (int i = 0; i < 256; ++i)
-            value[i] = i / 255.0;
+        for (int i = 0; i < 256; ++i) {
+            unit[i] = i / 255.0;
+            reciprocal[i] = i > 0 ? 1.0 / i : 0.0;
+        }
     }
-    double value[256];
+    double unit[256];
+    double reciprocal[256];
 };
 
-// RGBToHSV of a screen pixel, with the same arithmetic in the same order, so the results are identical; the
-// clamping and the general hue wrapping have nothing to do for bytes, and leaving them out lets a full-screen
-// range run in the time a user expects.
+const RangeTables& rangeTables()
+{
+    static const RangeTables tables;
+    return tables;
+}
+
 HSV pixelHSV(uint32_t p)
 {
-    static const UnitChannels unit;
-    const double r = unit.value[(p >> 16) & 0xffu];
-    const double g = unit.value[(p >> 8) & 0xffu];
-    const double b = unit.value[p & 0xffu];
+    const double* unit = rangeTables().unit;
+    const double r = unit[(p >> 16) & 0xffu];
+    const double g = unit[(p >> 8) & 0xffu];
+    const double b = unit[p & 0xffu];
     const double maxC = std::max({r, g, b});
     const double minC = std::min({r, g, b});
     const double delta = maxC - minC;
@@ -107,6 +114,8 @@ ColEyeDropBase::ColourRange ColEyeDropBase::getPixelRange(const Cv::Box<double, 
         return none;
     ColourRange range = none;
     bool counted = false;
+    const RangeTables& tables = rangeTables();
+    constexpr double slack = 1e-9;
     // Screens are mostly runs of one colour: a pixel like the one before cannot move a bound.
     uint32_t previous = 0;
     bool havePrevious = false;
@@ -118,9 +127,35 @@ ColEyeDropBase::ColourRange ColEyeDropBase::getPixelRange(const Cv::Box<double, 
                 continue;
             previous = p;
             havePrevious = true;
-            const HSV hsv = pixelHSV(p);
-            if (hsv.s == 0.0 || hsv.v == 0.0)
+            const int r = static_cast<int>(p >> 16);
+            const int g = static_cast<int>((p >> 8) & 0xffu);
+            const int b = static_cast<int>(p & 0xffu);
+            const int mx = std::max({r, g, b});
+            const int mn = std::min({r, g, b});
+            // Greys and black (saturation or value 0) do not count.
+            if (mx == mn)
                 continue;
+            if (counted) {
+                // Most pixels lie within the bounds found so far. Value and saturation are exact; the hue is taken
+                // from the bytes, which differs from the exact hue by rounding alone (hues of bytes lie at least
+                // 60/255/255 of a degree apart), so a pixel is passed over only when its hue is clearly inside;
+                // one near a bound gets the exact conversion.
+                const double v = tables.unit[mx];
+                const double s = (v - tables.unit[mn]) / v;
+                if ((v >= range.minValue) & (v <= range.maxValue) & (s >= range.minSaturation)
+                    & (s <= range.maxSaturation)) {
+                    // Chosen without branches: which channel is largest is a coin toss on a varied screen.
+                    const bool redLargest = mx == r;
+                    const bool greenLargest = !redLargest && mx == g;
+                    const int towards = redLargest ? g - b : (greenLargest ? b - r : r - g);
+                    const double sector = redLargest ? 0.0 : (greenLargest ? 2.0 : 4.0);
+                    double hue = 60.0 * (towards * tables.reciprocal[mx - mn] + sector);
+                    hue += hue < 0.0 ? 360.0 : 0.0;
+                    if (hue > range.minHue + slack && hue < range.maxHue - slack)
+                        continue;
+                }
+            }
+            const HSV hsv = pixelHSV(p);
             if (!counted) {
                 range = {hsv.h, hsv.h, hsv.s, hsv.s, hsv.v, hsv.v};
                 counted = true;

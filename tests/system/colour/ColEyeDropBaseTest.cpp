@@ -180,3 +180,25 @@ TEST_F(Sampling, TheRangeOfOnePixelIsThatPixelsHueSaturationAndValue)
         EXPECT_EQ(ColEyeDropBase::getPixelRange(Area(x, y, x + 1, y + 1)), one) << i;
     }
 }
+
+TEST_F(Sampling, TheRangeOfManyPixelsIsTheExtremesOfTheirColours)
+{
+    // A narrow band of orange-reds (green never below blue, so no hue wraps past 0): most pixels lie inside the
+    // bounds found before them, a few just outside.
+    std::vector<Colour> colours;
+    uint32_t state = 7;
+    for (int i = 0; i < 390; ++i) {
+        state = state * 1664525u + 1013904223u;
+        colours.push_back(Colour::fromBytes(uint8_t(200 + (state >> 8) % 56), uint8_t(20 + (state >> 16) % 21),
+                                            uint8_t((state >> 24) % 21)));
+    }
+    showPicture(ui, columnsOf(colours), {0, 100});
+    ColEyeDropBase::ColourRange expected{1e9, -1e9, 1e9, -1e9, 1e9, -1e9};
+    for (const Colour& c : colours) {
+        const HSV hsv = RGBToHSV(c.toNormalisedRGB());
+        expected = {std::min(expected.minHue, hsv.h), std::max(expected.maxHue, hsv.h),
+                    std::min(expected.minSaturation, hsv.s), std::max(expected.maxSaturation, hsv.s),
+                    std::min(expected.minValue, hsv.v), std::max(expected.maxValue, hsv.v)};
+    }
+    EXPECT_EQ(ColEyeDropBase::getPixelRange(Area(0, 100, 390, 101)), expected);
+}
