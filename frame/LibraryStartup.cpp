@@ -21,7 +21,7 @@ CommandRegistrar tool(const char* name, CommandRegistry::Function open)
 const CommandRegistrar showLog("ShowLog", [](const Cmd::Context& context) { openLogWindow(context); }, UIString(),
                                UIString(), cmdScopeApplication);
 // "Alpha Channel Editor" (scope 2): no alpha channel editor yet.
-// "Show Magnifier" (scope 2): registered here once the magnifier exists.
+const CommandRegistrar showMagnifierCommand = tool("Show Magnifier", [] { showMagnifier(); });
 // "PageIndexWidgetTest", "Space Divider Test", "SplitTabsWidgetTest" (scope 2): no such test panels yet.
 const CommandRegistrar uiBuilderTestPanel = tool("makeUIBuilderTestPanel", openUIBuilderTestPanel);
 const CommandRegistrar uiBuilderTest2 = tool("UIBuilderTest2", openUIBuilderTest2Panel);

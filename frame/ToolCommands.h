@@ -5,6 +5,7 @@
 
 #include "toolkit/support/CommandRegistry.h"
 
+class Glob;
 class Logger;
 
 // Opens the panel titled "UIBuilder Test Panel", which builds a typed-in description.
@@ -13,3 +14,5 @@ void openUIBuilderTestPanel();
 void openUIBuilderTest2Panel();
 // Opens the log window, centred; answers the panel shown, or null when there is no screen.
 Logger* openLogWindow(const Cmd::Context& context);
+// Opens the magnifier at the screen's bottom-left corner; answers it, or null when there is no screen.
+Glob* showMagnifier();

@@ -1,5 +1,8 @@
 #include "toolkit/platform/SdlBackend.h"
 
+#include "toolkit/gfx/Painter.h"
+#include "toolkit/platform/DesktopCapture.h"
+
 #include "toolkit/support/MainThread.h"
 #include "toolkit/ui/Event.h"
 #include "toolkit/ui/Screen.h"
@@ -85,6 +88,40 @@ SDL_SystemCursor systemCursor(int cursorId)
     }
 }
 
+// The eyedropper: a pipette drawn at 45 degrees, its tip at the bottom-left pixel (the hot spot), dark with a
+// light edge so that it shows on any colour it is aimed at. Straight (not premultiplied) alpha, as SDL wants.
+SDL_Cursor* makeEyedropperCursor()
+{
+    constexpr int size = 24;
+    Pictor::Image image(size, size);
+    Pictor::Painter p(image);
+    const auto drawShape = [&p](const Colour& colour, double grow) {
+        const std::array<XY<double>, 4> tube = {XY<double>(1 - grow, 1 - grow), XY<double>(4 + grow, 1 - grow),
+                                                XY<double>(16 + grow, 13), XY<double>(13, 16 + grow)};
+        p.fillPolygon(tube, colour);
+        Pictor::EllipseDescription bulb;
+        bulb.centre = {18, 18};
+        bulb.radii = {4.5 + grow, 4.5 + grow};
+        bulb.fill = colour;
+        p.drawEllipse(bulb);
+    };
+    drawShape(Colour(1, 1, 1), 1.2);
+    drawShape(Colour(0.1, 0.1, 0.1), 0.0);
+    for (int row = 0; row < size; ++row)
+        for (int col = 0; col < size; ++col) {
+            const Colour c = image.colourAt(col, row);
+            image.setPixel(col, row,
+                           (uint32_t(c.a8()) << 24) | (uint32_t(c.r8()) << 16) | (uint32_t(c.g8()) << 8) | c.b8());
+        }
+    SDL_Surface* surface = SDL_CreateRGBSurfaceWithFormatFrom(image.bytes(), size, size, 32, image.stride(),
+                                                              SDL_PIXELFORMAT_ARGB8888);
+    if (!surface)
+        return nullptr;
+    SDL_Cursor* cursor = SDL_CreateColorCursor(surface, 0, size - 1);
+    SDL_FreeSurface(surface);
+    return cursor;
+}
+
 } // namespace
 
 struct SdlBackend::State {
@@ -94,8 +131,13 @@ struct SdlBackend::State {
     XY<int> textureSize;
     Uint32 wakeEvent = 0;
     std::array<SDL_Cursor*, SDL_NUM_SYSTEM_CURSORS> cursors{};
+    SDL_Cursor* eyedropper = nullptr;
+    // A system cursor's number, or eyedropperShown.
     int cursorShown = -1;
+    static constexpr int eyedropperShown = SDL_NUM_SYSTEM_CURSORS;
     Screen* screen = nullptr;
+    // The desktop around the window, when the window system lets us read it.
+    std::unique_ptr<DesktopCapture> desktop;
     bool closeRequested = false;
     bool haveFrame = false;
 
@@ -104,6 +146,8 @@ struct SdlBackend::State {
         for (SDL_Cursor*& c : cursors)
             if (c)
                 SDL_FreeCursor(c);
+        if (eyedropper)
+            SDL_FreeCursor(eyedropper);
         if (texture)
             SDL_DestroyTexture(texture);
         if (renderer)
@@ -174,6 +218,8 @@ std::unique_ptr<SdlBackend> SdlBackend::create(const Options& options)
         errorText() = SDL_GetError();
         return nullptr;
     }
+    if (driver && SDL_strcmp(driver, "x11") == 0)
+        state->desktop = DesktopCapture::openX11();
     state->wakeEvent = SDL_RegisterEvents(1);
     SDL_StartTextInput();
     return std::unique_ptr<SdlBackend>(new SdlBackend(std::move(state)));
@@ -342,9 +388,38 @@ Pictor::Image SdlBackend::readPixels() const
     return out;
 }
 
+Pictor::Image SdlBackend::captureDesktop(const GlobBox& area)
+{
+    State& s = *m_state;
+    if (!s.desktop || !s.screen)
+        return {};
+    // The window's top-left on the desktop; the screen's y runs up from the window's bottom.
+    int windowX = 0;
+    int windowY = 0;
+    SDL_GetWindowPosition(s.window, &windowX, &windowY);
+    return s.desktop->capture(windowX + area.left(), windowY + s.screen->getSize().y - area.top(), area.width(),
+                              area.height());
+}
+
+bool SdlBackend::hasDesktopCapture() const
+{
+    return m_state->desktop != nullptr;
+}
+
 void SdlBackend::setCursorShape(int cursorId)
 {
     State& s = *m_state;
+    if (cursorId == CursorEyedropper) {
+        if (s.cursorShown == State::eyedropperShown)
+            return;
+        if (!s.eyedropper)
+            s.eyedropper = makeEyedropperCursor();
+        if (s.eyedropper) {
+            SDL_SetCursor(s.eyedropper);
+            s.cursorShown = State::eyedropperShown;
+            return;
+        }
+    }
     const SDL_SystemCursor which = systemCursor(cursorId);
     if (s.cursorShown == int(which))
         return;

@@ -46,6 +46,8 @@ public:
     void wake() override;
     void present(const Pictor::Image& image, const std::vector<GlobBox>& changed) override;
     void setCursorShape(int cursorId) override;
+    // On an X11 display: the whole desktop through XCB. Elsewhere null (the screen's own image serves).
+    Pictor::Image captureDesktop(const GlobBox& area) override;
     LightweightString<wchar_t> getClipboardText() override;
     void setClipboardText(const LightweightString<wchar_t>& text) override;
 
@@ -55,6 +57,8 @@ public:
     void setWindowSize(XY<int> size);
     // What the window shows now, read back from the renderer: proof that what was presented arrived.
     Pictor::Image readPixels() const;
+    // Whether the desktop beyond the window can be read (an X11 display).
+    bool hasDesktopCapture() const;
     // How many pixels the last present() uploaded (only the changed areas are sent).
     int64_t getLastUploadPixels() const { return m_lastUpload; }
 

@@ -631,6 +631,17 @@ Pictor::Image Screen::grab(const GlobBox& area) const
     return out;
 }
 
+Pictor::Image Screen::captureShown(const GlobBox& area) const
+{
+    Pictor::Image desktop = m_backend->captureDesktop(area);
+    return desktop.isNull() ? grab(area) : desktop;
+}
+
+Pictor::Image ScreenBackend::captureDesktop(const GlobBox&)
+{
+    return {};
+}
+
 // ---------------------------------------------------------------------------------------------------------
 // Cursor, tooltips, clipboard
 
@@ -713,7 +724,7 @@ bool Screen::processEvents()
 Pictor::Image pictor_getScreenRect(const GlobBox& area)
 {
     Screen* screen = Screen::current();
-    return screen ? screen->grab(area) : Pictor::Image();
+    return screen ? screen->captureShown(area) : Pictor::Image();
 }
 
 void pictor_setCursor(int cursorId)

@@ -169,6 +169,9 @@ public:
     // A copy of a screen area as it was last painted, clipped to the screen; a null image when nothing is
     // left of it.
     Pictor::Image grab(const GlobBox& area) const;
+    // What the user sees of a screen area: the desktop when the backend can read it (other programs' windows
+    // included, and beyond the window's edges), else grab(area).
+    Pictor::Image captureShown(const GlobBox& area) const;
     // How many widgets the last flush drew (children included).
     size_t getLastPaintCount() const { return m_lastPaintCount; }
     // The painter of the paint pass in progress, or a scratch painter outside one.
@@ -254,6 +257,7 @@ private:
 };
 
 // The toolkit's free functions over the current screen. Each does nothing (or answers null) without one.
+// The screen rectangle is Screen::captureShown.
 Pictor::Image pictor_getScreenRect(const GlobBox& area);
 void pictor_setCursor(int cursorId);
 void pictor_enableMouseContextLogic(bool enabled);

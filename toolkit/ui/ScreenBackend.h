@@ -29,6 +29,10 @@ public:
     // Shows the image; `changed` lists the areas painted since the last call (bottom-up screen coordinates).
     virtual void present(const Pictor::Image& image, const std::vector<GlobBox>& changed) = 0;
     virtual void setCursorShape(int cursorId) = 0;
+    // The desktop as the user sees it, other programs included, for an area in the screen's bottom-up
+    // coordinates (it may reach beyond the window). Null when the backend cannot see the desktop; the screen
+    // then answers from its own composed image.
+    virtual Pictor::Image captureDesktop(const GlobBox& area);
     virtual LightweightString<wchar_t> getClipboardText() = 0;
     virtual void setClipboardText(const LightweightString<wchar_t>& text) = 0;
 };
