@@ -46,6 +46,7 @@ enum class ColourEncoding : uint32_t {
     Rec2100PQ = 3,
     Rec2100HLG = 4,
     DciP3 = 5,
+    FilmDensity = 6, // printing-density film scans
 };
 
 // The stored picture size in pixels.
