@@ -23,12 +23,12 @@ LightweightString<wchar_t> VideoCompressionInfo::getDisplayString(uint64_t flags
         }
         text += L"\"";
     }
+    if ((flags & showRaster) && m_source.getWidth() > 0)
+        text += L" (" + std::to_wstring(m_source.getWidth()) + L"x" + std::to_wstring(m_source.getHeight()) + L")";
     if ((flags & showBitRate) && m_compression.getBitRate() > 0.0) {
         wchar_t rate[64];
         std::swprintf(rate, std::size(rate), L", %g Mb/s", m_compression.getBitRate());
         text += rate;
     }
-    if ((flags & showRaster) && m_source.getWidth() > 0)
-        text += L" (" + std::to_wstring(m_source.getWidth()) + L"x" + std::to_wstring(m_source.getHeight()) + L")";
     return LightweightString<wchar_t>(text);
 }

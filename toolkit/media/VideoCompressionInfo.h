@@ -10,8 +10,8 @@
 class VideoCompressionInfo {
 public:
     // Display flags, to be or-ed.
-    static constexpr uint64_t showBitRate = 1; // ", 250 Mb/s" when the bit rate is set
-    static constexpr uint64_t showRaster = 2; // " (1920x1080)" when the source's raster is known
+    static constexpr uint64_t showRaster = 1; // " (1920x1080)" when the source's raster is known
+    static constexpr uint64_t showBitRate = 2; // ", 250 Mb/s" when the bit rate is set
 
     VideoCompressionInfo() = default;
     VideoCompressionInfo(const ShotVideoMetadata& source, const CompressionFormat& compression)
