@@ -38,14 +38,6 @@ TEST(SoftwareAudioMixer, LoudSourcesClipInsteadOfWrapping)
     EXPECT_EQ(buffer, std::vector<float>(2, 1.0f));
 }
 
-TEST(SoftwareAudioMixer, NoSourcesMixSilence)
-{
-    SoftwareAudioMixer mixer;
-    std::vector<float> buffer(6, 0.5f);
-    mixer.mix(buffer.data(), 3, 2);
-    EXPECT_EQ(buffer, std::vector<float>(6, 0.0f));
-}
-
 TEST(SoftwareAudioMixer, InitPlaysOnTheSoundThreadEvenWithoutASoundDevice)
 {
     SoftwareAudioMixer mixer;
