@@ -34,6 +34,19 @@ HintWindowHandle& hintWindowHandle()
     return handle;
 }
 
+// The shutdown callback points into this library: should the library be unloaded before the process ends,
+// the callback goes with it.
+struct ShutdownRegistration {
+    std::atomic<Shutdown::CallbackId> id { 0 };
+    ~ShutdownRegistration()
+    {
+        if (const Shutdown::CallbackId added = id.load())
+            Shutdown::removeCallback(added);
+    }
+};
+
+ShutdownRegistration shutdownRegistration;
+
 int windowLayout()
 {
     return UifStd::getWindowArrangement().layout;
@@ -64,7 +77,7 @@ UIStateManager& UIStateManager::instance()
 
 UIStateManager::UIStateManager()
 {
-    Shutdown::addCallback(ShutdownSequence::Callback(&UIStateManager::shutdown), shutdownPriority);
+    shutdownRegistration.id = Shutdown::addCallback(ShutdownSequence::Callback(&UIStateManager::shutdown), shutdownPriority);
 }
 
 UIStateManager::UIStateManager(SeparateManager) {}

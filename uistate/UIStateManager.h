@@ -17,6 +17,8 @@
 
 #include <string>
 
+class HintWindow;
+
 // The actions the host reports. Only their numbers matter here: they are stored in preference keys.
 enum eUIActionType : int {
     eFirstUIAction = 0,
@@ -46,7 +48,7 @@ public:
     static LightweightString<wchar_t> hintTextFor(eUIActionType action);
     static bool getHintIssued(eUIActionType action);
     // The hint window while it is open, else null.
-    static class HintWindow* getHintWindow();
+    static HintWindow* getHintWindow();
 
 protected:
     // A manager beside the process's own, over the same preferences (tests: what a new run would see).
