@@ -117,6 +117,10 @@ public:
         if (width == 0 || height == 0 || SDL_InitSubSystem(SDL_INIT_VIDEO) != 0)
             return false;
         m_videoInit = true;
+        // Without a display the window's pixels stay in software: no graphics driver is loaded for them.
+        const char* driver = SDL_GetCurrentVideoDriver();
+        if (driver && (SDL_strcmp(driver, "offscreen") == 0 || SDL_strcmp(driver, "dummy") == 0))
+            SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
         // A big raster is shown at half size or less, so that the preview fits on an ordinary desktop.
         int shownW = static_cast<int>(width), shownH = static_cast<int>(height);
         while (shownW > 960) {
