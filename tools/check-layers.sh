@@ -12,8 +12,8 @@ declare -A allowed=(
     [toolkit/gfx]="toolkit/support"
     [toolkit/ui]="toolkit/support toolkit/gfx"
     [toolkit/widgets]="toolkit/support toolkit/gfx toolkit/ui"
-    [toolkit/platform]="toolkit/support toolkit/gfx toolkit/ui"
-    [toolkit/testing]="toolkit/support toolkit/gfx toolkit/ui toolkit/widgets toolkit/platform"
+    [toolkit/platform]="toolkit/support toolkit/media toolkit/gfx toolkit/ui"
+    [toolkit/testing]="toolkit/support toolkit/media toolkit/gfx toolkit/ui toolkit/widgets toolkit/platform"
 )
 toolkit="toolkit/support toolkit/media toolkit/gfx toolkit/ui toolkit/widgets"
 allowed[frame]="$toolkit"

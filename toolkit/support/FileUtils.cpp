@@ -281,6 +281,15 @@ WString getDeviceDataDirectory(int device)
     return withTrailingSeparator(folder);
 }
 
+WString getLUTDirectory(int set)
+{
+    WString folder = joinPaths(getDataHomeDirectory(), L"tessel/luts");
+    if (set != 0)
+        folder = joinPaths(folder, WString(std::to_wstring(set)));
+    makeDirectories(folder, 0700);
+    return withTrailingSeparator(folder);
+}
+
 namespace Cv::FilespecUtils {
 
 namespace {

@@ -59,6 +59,9 @@ LightweightString<wchar_t> getSystemLogDirectory();
 // Where a video device keeps its own data: "<data home>/tessel/devices/<device>/". Created when missing.
 // Ends with '/', so a file name can be appended directly.
 LightweightString<wchar_t> getDeviceDataDirectory(int device = 0);
+// Where look-up tables are read from: "<data home>/tessel/luts/" for the user's own set (0), and
+// "<data home>/tessel/luts/<set>/" for the others. Created when missing. Ends with '/'.
+LightweightString<wchar_t> getLUTDirectory(int set = 0);
 
 namespace Cv::FilespecUtils {
 

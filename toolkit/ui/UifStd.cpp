@@ -65,8 +65,22 @@ Colour UifStd::getScreenBackground()
     return Colour::fromBytes(22, 23, 26);
 }
 
+namespace {
+
+WindowArrangement& currentArrangement()
+{
+    static WindowArrangement arrangement;
+    return arrangement;
+}
+
+} // namespace
+
 const WindowArrangement& UifStd::getWindowArrangement()
 {
-    static const WindowArrangement arrangement;
-    return arrangement;
+    return currentArrangement();
+}
+
+void UifStd::setWindowArrangement(const WindowArrangement& arrangement)
+{
+    currentArrangement() = arrangement;
 }

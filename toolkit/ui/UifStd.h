@@ -18,6 +18,13 @@ struct WindowArrangement {
     int cascadeStep = 24;
     // A press anywhere on a panel brings it to the front.
     bool raiseOnClick = true;
+
+    // How the editor's panels share the screen. The numbers are stored by hosts, so they never change.
+    enum Layout : int {
+        FreePanels = 0,   // every panel is a window of its own, anywhere on the screen
+        SingleWindow = 1, // the panels are areas of one window
+    };
+    int layout = FreePanels;
 };
 
 class UifStd {
@@ -41,4 +48,6 @@ public:
     // The desktop colour behind every panel.
     static Colour getScreenBackground();
     static const WindowArrangement& getWindowArrangement();
+    // The host chooses the arrangement (its layout follows the user's choice); user-interface thread only.
+    static void setWindowArrangement(const WindowArrangement& arrangement);
 };
