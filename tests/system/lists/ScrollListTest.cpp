@@ -1,6 +1,7 @@
 // The scroll list as a person uses it: clicks with and without modifiers, double clicks on the toolkit clock,
 // the key table, scrolling, and new strings arriving under a selection.
 #include "lists/ScrollList.h"
+#include "ListTestSupport.h"
 #include "toolkit/testing/UiHarness.h"
 #include "toolkit/widgets/ScrollBar.h"
 
@@ -23,14 +24,7 @@ std::vector<LightweightString<wchar_t>> numberedLines(int count, const wchar_t* 
 
 class ScrollListTest : public ::testing::Test {
 protected:
-    // The line pressed last is shared by every list in the process: a press left by an earlier test must
-    // not pair with this test's first one. Each test's clock starts from real time, so each starts an hour
-    // later than the one before.
-    ScrollListTest()
-    {
-        static int testsRun = 0;
-        ui.advance(++testsRun * 3600.0 * 1000.0);
-    }
+    ScrollListTest() { moveClockPastEarlierTests(ui); }
 
     ScrollList* makeList(int count, XY<int> at = { 10, 10 })
     {
