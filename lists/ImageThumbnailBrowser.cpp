@@ -30,8 +30,7 @@ LightweightString<char> ImageThumbnailBrowser::ImageItem::idstring() const
 
 int ImageThumbnailBrowser::ImageItem::thumbHeight() const
 {
-    auto* self = const_cast<ImageItem*>(this);
-    return std::max(0, getHeight() - 2 * (self->itemInset() + UifStd::getIndentWidth()));
+    return std::max(0, getHeight() - 2 * (itemInset() + UifStd::getIndentWidth()));
 }
 
 XY<int> ImageThumbnailBrowser::ImageItem::requestSize() const

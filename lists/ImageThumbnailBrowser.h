@@ -50,12 +50,12 @@ public:
         virtual Cv::Box<int, Cv::BottomUpTraits> calcThumbArea();
         // The image scaled to the thumbnail height; empty for an image without pixels.
         virtual Cv::Image::Surface createThumbnail(const Cv::Image::Surface& image);
-        virtual int gap() { return 2; }
+        virtual int gap() const { return 2; }
         // The inset of the thumbnail from the line's top and bottom, beside the indent.
-        virtual int itemInset() { return gap(); }
+        virtual int itemInset() const { return gap(); }
         virtual Colour getThumbBorderColour();
         virtual void loadAsync();
-        virtual int maxThumbWidth() { return getWidth() / 2; }
+        virtual int maxThumbWidth() const { return getWidth() / 2; }
         Cv::Box<int, Cv::BottomUpTraits> getClipRect();
         void makeInactiveThumb();
 

@@ -234,7 +234,7 @@ void ScrollList::setStrings(const std::vector<ScrollListItem>& items)
         line->setAlignment(item.alignment().horizontal);
         if (!item.active())
             line->setEnabled(false, false);
-        if (item.getSelected() && (m_multi || getSelectedItem() < 0 || !itemSelected(static_cast<int>(i)))) {
+        if (item.getSelected()) {
             if (!m_multi)
                 for (ScrollListItemWidget* other : m_lines)
                     other->setDown(false, NoRedraw);
