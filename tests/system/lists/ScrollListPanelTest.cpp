@@ -55,12 +55,3 @@ TEST_F(ScrollListPanelTest, DoubleClickedLineActsAsTheDoItButton)
     EXPECT_EQ(ui.owner().count(StandardPanel::doItMsg), 1u);
 }
 
-TEST_F(ScrollListPanelTest, SelectedStringsComeInLineOrder)
-{
-    panel->multiSelect(true);
-    clickLine(2);
-    ui.click(panel->getList()->getItemWidget(0), std::nullopt, Event::LeftButton, Event::Ctrl);
-    std::vector<LightweightString<wchar_t>> chosen;
-    panel->getSelectedItemStrings(chosen);
-    EXPECT_EQ(chosen, (std::vector<LightweightString<wchar_t>> { L"alpha", L"gamma" }));
-}

@@ -270,13 +270,6 @@ TEST_F(ScrollListTest, SelectingFromCodeTellsTheOwnerOnlyWithTheNotifyFlag)
     EXPECT_EQ(ui.owner().count(ScrollList::clickMsg), 1u);
 }
 
-TEST_F(ScrollListTest, SelectingByTextPicksTheFirstEqualLine)
-{
-    ScrollList* list = makeList(0);
-    list->setStrings(std::vector<LightweightString<wchar_t>> { L"a", L"b", L"b" });
-    list->selectItem(LightweightString<wchar_t>(L"b"));
-    EXPECT_EQ(selection(list), Lines({ 1 }));
-}
 
 TEST_F(ScrollListTest, NewStringsThatStillHoldTheSelectedTextKeepItSelected)
 {
@@ -425,16 +418,6 @@ TEST_F(ScrollListTest, OwnerMayDestroyTheListWhileHearingAClick)
     EXPECT_FALSE(watch);
 }
 
-TEST_F(ScrollListTest, CopyHasTheSameLinesOfItsOwn)
-{
-    ScrollList* list = makeList(4);
-    list->multiSelect(true, false);
-    ScrollList copy(*list);
-    ASSERT_EQ(copy.numItems(), 4);
-    EXPECT_EQ(copy.getItemW(3), LightweightString<wchar_t>(L"line 3"));
-    EXPECT_NE(copy.getItemWidget(0), list->getItemWidget(0));
-    EXPECT_TRUE(copy.isMultiSelect());
-}
 
 TEST_F(ScrollListTest, ItemsCarryTheirSelectionActivityAndColour)
 {

@@ -1,21 +1,8 @@
 #include "lists/SimpleFileBrowser.h"
-#include "toolkit/support/Resources.h"
 #include "toolkit/testing/UiHarness.h"
-#include "toolkit/widgets/TableColumnDescription.h"
 
 #include <gtest/gtest.h>
 
-TEST(SimpleFileBrowser, ShowsOneResizeableNameColumn)
-{
-    UiHarness ui;
-    SimpleFileBrowser browser(nullptr, { 10, 10 });
-    const std::vector<TableColumnDescription> columns = browser.getColumnDefinitions();
-    ASSERT_EQ(columns.size(), 1u);
-    EXPECT_EQ(columns[0].getKey(), LightweightString<char>("name"));
-    EXPECT_EQ(columns[0].getTitle().getString(), resourceStrW(ResId(10668)));
-    EXPECT_TRUE(columns[0].isResizeable());
-    EXPECT_EQ(browser.getOptions(), SimpleFileBrowser::browserOptions);
-}
 
 TEST(SimpleFileBrowser, MakeWithNoXCentresTheBrowser)
 {

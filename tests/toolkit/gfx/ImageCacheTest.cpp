@@ -160,12 +160,6 @@ TEST_F(ImageCacheTest, CancelledRequestIsNotCalledBack)
     EXPECT_FALSE(called);
 }
 
-TEST_F(ImageCacheTest, OtherPixelFormatsAreRefused)
-{
-    const auto path = putJpeg("a.jpg", 80, 40);
-    EXPECT_EQ(cache.loadAsync(path, 0x12345678, {}, [](const NotifyMsg&) {}), 0u);
-    EXPECT_EQ(cache.numQueued(), 0u);
-}
 
 TEST_F(ImageCacheTest, NewestRequestIsServedFirst)
 {

@@ -49,10 +49,3 @@ TEST(ImageConverter, EdgePixelsOfTheSourceReachTheEdgesOfTheResult)
     EXPECT_EQ(small.image().pixel(1, 1), 0xFF000000u);
 }
 
-TEST(ImageConverter, EmptySurfacesAreRefused)
-{
-    Cv::Image::Surface empty;
-    Cv::Image::Surface target(4, 4);
-    EXPECT_FALSE(ImageConverter::resize(empty, target));
-    EXPECT_FALSE(ImageConverter::resize(target, empty));
-}
