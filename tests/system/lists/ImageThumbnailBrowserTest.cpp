@@ -227,3 +227,15 @@ TEST_F(ImageThumbnailBrowserTest, ThreadWorkersFillEveryLineInView)
     for (int i = 0; i < browser->numItems(); ++i)
         EXPECT_FALSE(browser->getImageItem(i)->getThumb().empty()) << i;
 }
+
+TEST_F(ImageThumbnailBrowserTest, BrowserClosedBeforeItsPicturesArriveIsLeftAlone)
+{
+    putJpeg("a.jpg", 300, 200);
+    ImageThumbnailBrowser* browser = makeBrowser();
+    ui.flush();
+    ASSERT_EQ(cache.numQueued(), 1u);
+    Glob::destroy(browser);
+    cache.runPendingWork();
+    ui.step(); // the delivery finds its line gone
+    EXPECT_TRUE(cache.isCached(fromUTF8(folder.file("a.jpg")), { 0, 40 }));
+}
