@@ -25,8 +25,8 @@
 #include <chrono>
 #include <filesystem>
 #include <string>
-#include <unistd.h>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -121,12 +121,14 @@ BENCHMARK(Lists_ScrollOnePage)->Arg(1000)->Arg(100000)->Unit(benchmark::kMicrose
 const std::vector<LightweightString<wchar_t>>& cameraStills()
 {
     static const std::vector<LightweightString<wchar_t>> paths = [] {
-        const auto folder = std::filesystem::temp_directory_path() / ("tessel-bench-stills-" + std::to_string(getpid()));
+        const auto folder
+            = std::filesystem::temp_directory_path() / ("tessel-bench-stills-" + std::to_string(getpid()));
         std::filesystem::create_directories(folder);
         std::vector<LightweightString<wchar_t>> out;
         for (int i = 0; i < 50; ++i) {
             const std::string path = (folder / ("still-" + std::to_string(100 + i) + ".jpg")).string();
-            Cv::writeFileAtomically(path, Pictor::encodeJpeg(Pictor::makeSamplePicture(3000, 2000, static_cast<unsigned>(i)), 85));
+            Cv::writeFileAtomically(
+                path, Pictor::encodeJpeg(Pictor::makeSamplePicture(3000, 2000, static_cast<unsigned>(i)), 85));
             out.push_back(fromUTF8(path));
         }
         std::atexit([] {
@@ -194,8 +196,8 @@ void Lists_LongestUiTurnWhileThumbnailsLoad(benchmark::State& state)
     for (auto _ : state) {
         cache.clear();
         UiHarness ui(800, 800);
-        auto* browser = ui.make<ImageThumbnailBrowser>(ImageThumbnailBrowser::InitArgs({}, 400, 700, 68),
-                                                       Glob::BottomLeft(10, 10));
+        auto* browser = ui.make<ImageThumbnailBrowser>(
+            ImageThumbnailBrowser::InitArgs({}, 400, 700, 68), Glob::BottomLeft(10, 10));
         browser->setFiles(paths);
         // A person scrolls down a line every turn while the pictures come in, then waits for the rest.
         for (int line = 0; line < browser->numItems() || cache.numQueued() > 0; ++line) {
@@ -204,7 +206,8 @@ void Lists_LongestUiTurnWhileThumbnailsLoad(benchmark::State& state)
             if (line < browser->numItems())
                 browser->selectItem(line);
             ui.step();
-            const double ms = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+            const double ms
+                = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
             longest = std::max(longest, ms);
             longestCpu = std::max(longestCpu, threadCpuMilliseconds() - cpuStart);
             ++turns;

@@ -14,8 +14,8 @@ using ThumbBox = Cv::Box<int, Cv::BottomUpTraits>;
 // ---------------------------------------------------------------------------------------------------------
 // ImageItem
 
-ImageThumbnailBrowser::ImageItem::ImageItem(const LightweightString<wchar_t>& path, const Palette& palette,
-                                            uint16_t width, uint16_t height, Canvas* canvas)
+ImageThumbnailBrowser::ImageItem::ImageItem(
+    const LightweightString<wchar_t>& path, const Palette& palette, uint16_t width, uint16_t height, Canvas* canvas)
     : ScrollListItemWidget(stripExtension(stripPath(path)), palette, SLItemFlat, width, height, canvas)
     , m_path(path)
 {
@@ -44,11 +44,11 @@ void ImageThumbnailBrowser::ImageItem::loadAsync()
         return;
     m_asked = true;
     GlobWatch watch(this);
-    CvImage::Cache::instance().loadAsync(m_path, CvImage::Cache::formatARGB, requestSize(),
-                                         [watch](const NotifyMsg& msg) {
-                                             if (Glob* line = watch.get())
-                                                 static_cast<ImageItem*>(line)->handleImageLoaded(msg);
-                                         });
+    CvImage::Cache::instance().loadAsync(
+        m_path, CvImage::Cache::formatARGB, requestSize(), [watch](const NotifyMsg& msg) {
+            if (Glob* line = watch.get())
+                static_cast<ImageItem*>(line)->handleImageLoaded(msg);
+        });
 }
 
 void ImageThumbnailBrowser::ImageItem::handleImageLoaded(const NotifyMsg& msg)
@@ -171,14 +171,15 @@ void ImageThumbnailBrowser::ImageItem::drawText()
     const int left = calcThumbArea().right() + 3 * gap();
     const GlobBox box = getLocalBox();
     painter().drawTextInBox(text.view(), UifStd::defaultFont(), getTextCol(),
-                            Pictor::PaintRect(left, box.bottom(), box.right() - gap(), box.top()),
-                            Pictor::TextAlign::Left, Pictor::textEllipsis);
+        Pictor::PaintRect(left, box.bottom(), box.right() - gap(), box.top()), Pictor::TextAlign::Left,
+        Pictor::textEllipsis);
 }
 
 // ---------------------------------------------------------------------------------------------------------
 // The browser
 
-ImageThumbnailBrowser::ImageThumbnailBrowser(const InitArgs& args) : ScrollList(args)
+ImageThumbnailBrowser::ImageThumbnailBrowser(const InitArgs& args)
+    : ScrollList(args)
 {
     if (!args.folder.empty())
         setPath(args.folder);
@@ -186,9 +187,8 @@ ImageThumbnailBrowser::ImageThumbnailBrowser(const InitArgs& args) : ScrollList(
         setFiles(args.files);
 }
 
-ImageThumbnailBrowser::ImageThumbnailBrowser(const LightweightString<wchar_t>& folder, uint16_t width,
-                                             uint16_t height, uint16_t lineHeight, const Palette& palette,
-                                             Canvas* canvas)
+ImageThumbnailBrowser::ImageThumbnailBrowser(const LightweightString<wchar_t>& folder, uint16_t width, uint16_t height,
+    uint16_t lineHeight, const Palette& palette, Canvas* canvas)
     : ScrollList(InitArgs(folder, width, height, lineHeight, palette, canvas))
 {
     // Only a browser standing on its own may be dragged about by the user.
@@ -197,15 +197,18 @@ ImageThumbnailBrowser::ImageThumbnailBrowser(const LightweightString<wchar_t>& f
 }
 
 ImageThumbnailBrowser::ImageThumbnailBrowser(const std::vector<LightweightString<wchar_t>>& files, uint16_t width,
-                                             uint16_t height, uint16_t lineHeight, const Palette& palette,
-                                             Canvas* canvas)
+    uint16_t height, uint16_t lineHeight, const Palette& palette, Canvas* canvas)
     : ScrollList(InitArgs({}, width, height, lineHeight, palette, canvas))
 {
     setFiles(files);
 }
 
 ImageThumbnailBrowser::ImageThumbnailBrowser(const ImageThumbnailBrowser& other)
-    : EventHandler(other), Cv::InternalRefCount(other), iVirtual(other), iObject(other), ScrollList(other)
+    : EventHandler(other)
+    , Cv::InternalRefCount(other)
+    , iVirtual(other)
+    , iObject(other)
+    , ScrollList(other)
 {
     // The list's copy made plain lines (a base cannot make ours): make image lines again.
     setFiles(other.m_files);
@@ -237,8 +240,8 @@ LightweightString<char> ImageThumbnailBrowser::idstring() const
     return "ImageThumbnailBrowser";
 }
 
-void ImageThumbnailBrowser::getFolderContents(const LightweightString<wchar_t>& folder,
-                                              std::vector<LightweightString<wchar_t>>& out)
+void ImageThumbnailBrowser::getFolderContents(
+    const LightweightString<wchar_t>& folder, std::vector<LightweightString<wchar_t>>& out)
 {
     getDirectoryContents(folder, L"*.*", out, eDirFiles | eDirFullPaths);
 }
@@ -261,8 +264,7 @@ void ImageThumbnailBrowser::setFiles(const std::vector<LightweightString<wchar_t
 }
 
 ScrollListItemWidget* ImageThumbnailBrowser::makeWidget(int index, const LightweightString<wchar_t>& text,
-                                                        const Palette& palette, uint16_t width, uint16_t lineHeight,
-                                                        Canvas* canvas)
+    const Palette& palette, uint16_t width, uint16_t lineHeight, Canvas* canvas)
 {
     if (index < 0 || static_cast<size_t>(index) >= m_files.size())
         return ScrollList::makeWidget(index, text, palette, width, lineHeight, canvas);

@@ -19,7 +19,7 @@ public:
     class ImageItem : public ScrollListItemWidget {
     public:
         ImageItem(const LightweightString<wchar_t>& path, const Palette& palette, uint16_t width, uint16_t height,
-                  Canvas* canvas = nullptr);
+            Canvas* canvas = nullptr);
         ImageItem(const ImageItem&) = default;
         ImageItem(ImageItem&&) = default;
         ImageItem& operator=(const ImageItem&) = default;
@@ -69,8 +69,9 @@ public:
     struct InitArgs : ScrollList::InitArgs {
         InitArgs() = default;
         InitArgs(LightweightString<wchar_t> fromFolder, uint16_t w, uint16_t h, uint16_t lineH,
-                 const Palette& pal = Palette(), Canvas* c = nullptr)
-            : ScrollList::InitArgs({}, w, h, lineH, pal, c), folder(std::move(fromFolder))
+            const Palette& pal = Palette(), Canvas* c = nullptr)
+            : ScrollList::InitArgs({}, w, h, lineH, pal, c)
+            , folder(std::move(fromFolder))
         {
         }
         // Used when no folder is given.
@@ -80,9 +81,9 @@ public:
 
     explicit ImageThumbnailBrowser(const InitArgs& args);
     ImageThumbnailBrowser(const LightweightString<wchar_t>& folder, uint16_t width, uint16_t height,
-                          uint16_t lineHeight, const Palette& palette = Palette(), Canvas* canvas = nullptr);
+        uint16_t lineHeight, const Palette& palette = Palette(), Canvas* canvas = nullptr);
     ImageThumbnailBrowser(const std::vector<LightweightString<wchar_t>>& files, uint16_t width, uint16_t height,
-                          uint16_t lineHeight, const Palette& palette = Palette(), Canvas* canvas = nullptr);
+        uint16_t lineHeight, const Palette& palette = Palette(), Canvas* canvas = nullptr);
     ImageThumbnailBrowser(const ImageThumbnailBrowser& other);
     ImageThumbnailBrowser(ImageThumbnailBrowser&& other);
     ImageThumbnailBrowser& operator=(const ImageThumbnailBrowser& other);
@@ -95,8 +96,8 @@ public:
     void setPath(const LightweightString<wchar_t>& folder);
     void setFiles(const std::vector<LightweightString<wchar_t>>& paths);
     // The folder's files as full paths; derived browsers may narrow the choice.
-    virtual void getFolderContents(const LightweightString<wchar_t>& folder,
-                                   std::vector<LightweightString<wchar_t>>& out);
+    virtual void getFolderContents(
+        const LightweightString<wchar_t>& folder, std::vector<LightweightString<wchar_t>>& out);
     virtual LightweightString<wchar_t> getSelectedFile() const;
     virtual void getSelectedFiles(std::vector<LightweightString<wchar_t>>& out) const;
     ImageItem* getImageItem(int index) const;
@@ -105,7 +106,7 @@ public:
 
 protected:
     ScrollListItemWidget* makeWidget(int index, const LightweightString<wchar_t>& text, const Palette& palette,
-                                     uint16_t width, uint16_t lineHeight, Canvas* canvas) override;
+        uint16_t width, uint16_t lineHeight, Canvas* canvas) override;
 
 private:
     std::vector<LightweightString<wchar_t>> m_files;

@@ -19,7 +19,10 @@ LastLineClick lastLineClick;
 // go on to the list unchanged, modifiers included.
 class LineView : public Glob {
 public:
-    LineView(uint16_t width, uint16_t height, const Palette& palette) : Glob(width, height, palette) {}
+    LineView(uint16_t width, uint16_t height, const Palette& palette)
+        : Glob(width, height, palette)
+    {
+    }
     LightweightString<char> idstring() const override { return "ScrollListView"; }
     bool react(const Event& event) override
     {
@@ -39,8 +42,8 @@ ScrollList::InitArgs::InitArgs()
     movable = false;
 }
 
-ScrollList::InitArgs::InitArgs(std::vector<LightweightString<wchar_t>> lines, uint16_t w, uint16_t h,
-                               uint16_t lineH, const Palette& pal, Canvas* c)
+ScrollList::InitArgs::InitArgs(std::vector<LightweightString<wchar_t>> lines, uint16_t w, uint16_t h, uint16_t lineH,
+    const Palette& pal, Canvas* c)
     : InitArgs()
 {
     width = w;
@@ -63,7 +66,7 @@ ScrollList::ScrollList(const InitArgs& args)
 }
 
 ScrollList::ScrollList(const std::vector<LightweightString<wchar_t>>& strings, uint16_t width, uint16_t height,
-                       const Palette& palette, Canvas* canvas)
+    const Palette& palette, Canvas* canvas)
     : ScrollList(InitArgs(strings, width, height, 0, palette, canvas))
 {
 }
@@ -94,7 +97,10 @@ ScrollList::ScrollList(const ScrollList& other)
     setStrings(texts);
 }
 
-ScrollList::ScrollList(ScrollList&& other) : ScrollList(static_cast<const ScrollList&>(other)) {}
+ScrollList::ScrollList(ScrollList&& other)
+    : ScrollList(static_cast<const ScrollList&>(other))
+{
+}
 
 ScrollList& ScrollList::operator=(const ScrollList& other)
 {
@@ -138,7 +144,7 @@ void ScrollList::makeChildren()
     const GlobBox area = getUserArea();
     const int barWidth = UifStd::getScrollBarWidth();
     m_view = new LineView(static_cast<uint16_t>(std::max(0, area.width() - barWidth)),
-                          static_cast<uint16_t>(area.height()), getPalette());
+        static_cast<uint16_t>(area.height()), getPalette());
     addChild(m_view, Absolute(area.left(), area.bottom()));
     ScrollBar::InitArgs bar(static_cast<uint16_t>(area.height()), static_cast<uint16_t>(barWidth), getPalette());
     m_scrollBar = addWidget<ScrollBar>(bar, Absolute(area.right() - barWidth, area.bottom()));
@@ -167,9 +173,8 @@ void ScrollList::destroyLines()
     m_lines.clear();
 }
 
-ScrollListItemWidget* ScrollList::makeWidget(int index, const LightweightString<wchar_t>& text,
-                                             const Palette& palette, uint16_t width, uint16_t lineHeight,
-                                             Canvas* canvas)
+ScrollListItemWidget* ScrollList::makeWidget(int index, const LightweightString<wchar_t>& text, const Palette& palette,
+    uint16_t width, uint16_t lineHeight, Canvas* canvas)
 {
     (void)index;
     return new ScrollListItemWidget(text, palette, m_appearance, width, lineHeight, canvas);
@@ -182,8 +187,7 @@ void ScrollList::addLine(int index, const LightweightString<wchar_t>& text)
     linePalette.set(Palette::Highlight, m_downBack);
     linePalette.set(Palette::HighlightText, m_downText);
     ScrollListItemWidget* line = makeWidget(index, text, linePalette, m_view->getWidth(),
-                                            static_cast<uint16_t>(std::min<uint32_t>(m_lineHeight, 65535)),
-                                            getCanvas());
+        static_cast<uint16_t>(std::min<uint32_t>(m_lineHeight, 65535)), getCanvas());
     m_lines.push_back(line);
     radio_set::addWidget(line);
 }
@@ -460,14 +464,29 @@ bool ScrollList::handleKey(int key)
     const int page = m_lineHeight ? static_cast<int>(getVisibleHeight() / m_lineHeight) : 0;
     int wanted = 0;
     switch (key) {
-    case Event::KeyReturn: sendMsg(owner(), itemSelectedMsg); return true;
-    case Event::KeyHome: wanted = 0; break;
-    case Event::KeyEnd: wanted = numItems() - 1; break;
-    case Event::KeyUp: wanted = selected - 1; break;
-    case Event::KeyDown: wanted = selected + 1; break;
-    case Event::KeyPageUp: wanted = selected - page; break;
-    case Event::KeyPageDown: wanted = selected + page; break;
-    default: return false;
+    case Event::KeyReturn:
+        sendMsg(owner(), itemSelectedMsg);
+        return true;
+    case Event::KeyHome:
+        wanted = 0;
+        break;
+    case Event::KeyEnd:
+        wanted = numItems() - 1;
+        break;
+    case Event::KeyUp:
+        wanted = selected - 1;
+        break;
+    case Event::KeyDown:
+        wanted = selected + 1;
+        break;
+    case Event::KeyPageUp:
+        wanted = selected - page;
+        break;
+    case Event::KeyPageDown:
+        wanted = selected + page;
+        break;
+    default:
+        return false;
     }
     // Up to the count itself, not the last line: Down on the last line still tells the owner.
     wanted = std::clamp(wanted, 0, numItems());

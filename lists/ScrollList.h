@@ -39,7 +39,7 @@ public:
         InitArgs();
         // A line height of 0 is the standard button height.
         InitArgs(std::vector<LightweightString<wchar_t>> lines, uint16_t w, uint16_t h, uint16_t lineHeight = 0,
-                 const Palette& pal = Palette(), Canvas* c = nullptr);
+            const Palette& pal = Palette(), Canvas* c = nullptr);
 
         std::vector<LightweightString<wchar_t>> strings;
         uint16_t lineHeight = 0;
@@ -48,7 +48,7 @@ public:
 
     explicit ScrollList(const InitArgs& args);
     ScrollList(const std::vector<LightweightString<wchar_t>>& strings, uint16_t width, uint16_t height,
-               const Palette& palette = Palette(), Canvas* canvas = nullptr);
+        const Palette& palette = Palette(), Canvas* canvas = nullptr);
     // A copy has the same lines (new ones) and modes; its selection starts empty unless one is required.
     ScrollList(const ScrollList& other);
     ScrollList(ScrollList&& other);
@@ -124,9 +124,8 @@ public:
 
 protected:
     // Makes one line; derived lists make lines of their own kind.
-    virtual ScrollListItemWidget* makeWidget(int index, const LightweightString<wchar_t>& text,
-                                             const Palette& palette, uint16_t width, uint16_t lineHeight,
-                                             Canvas* canvas);
+    virtual ScrollListItemWidget* makeWidget(int index, const LightweightString<wchar_t>& text, const Palette& palette,
+        uint16_t width, uint16_t lineHeight, Canvas* canvas);
     void selectItemInternal(int index, int modifiers, int flags);
     // The widget that holds the lines in view.
     Glob* getLineView() const { return m_view; }

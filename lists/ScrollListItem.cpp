@@ -2,8 +2,12 @@
 
 #include <utility>
 
-ScrollListItem::ScrollListItem(LightweightString<wchar_t> text, int flags, TextAlignment alignment,
-                               Pictor::FontDesc font, Colour colour)
-    : m_text(std::move(text)), m_flags(flags), m_alignment(alignment), m_font(std::move(font)), m_colour(colour)
+ScrollListItem::ScrollListItem(
+    LightweightString<wchar_t> text, int flags, TextAlignment alignment, Pictor::FontDesc font, Colour colour)
+    : m_text(std::move(text))
+    , m_flags(flags)
+    , m_alignment(alignment)
+    , m_font(std::move(font))
+    , m_colour(colour)
 {
 }

@@ -18,7 +18,7 @@ public:
     ScrollListItem() = default;
     // A colour with zero alpha means "the list's own text colour".
     ScrollListItem(LightweightString<wchar_t> text, int flags = 0, TextAlignment alignment = {},
-                   Pictor::FontDesc font = {}, Colour colour = Colour(0, 0, 0, 0));
+        Pictor::FontDesc font = {}, Colour colour = Colour(0, 0, 0, 0));
 
     const LightweightString<wchar_t>& text() const { return m_text; }
     bool active() const { return (m_flags & Inactive) == 0; }

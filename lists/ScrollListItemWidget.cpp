@@ -7,15 +7,15 @@
 // A list holds one of these per line: it may add no more than its look bits to a Button.
 static_assert(sizeof(ScrollListItemWidget) <= sizeof(Button) + 8, "a list line must stay as small as a button");
 
-ScrollListItemWidget::ScrollListItemWidget(const InitArgs& args) : Button(args)
+ScrollListItemWidget::ScrollListItemWidget(const InitArgs& args)
+    : Button(args)
 {
     setLook(ButtonLookBit, args.appearance == SLItemButton);
     setWantsFocus(false); // the list takes the keyboard, not its lines
 }
 
 ScrollListItemWidget::ScrollListItemWidget(const LightweightString<wchar_t>& text, const Palette& palette,
-                                           SLItemAppearance appearance, uint16_t width, uint16_t height,
-                                           Canvas* canvas)
+    SLItemAppearance appearance, uint16_t width, uint16_t height, Canvas* canvas)
     : ScrollListItemWidget(InitArgs(text, palette, appearance, width, height, canvas))
 {
 }
@@ -102,6 +102,6 @@ void ScrollListItemWidget::drawText()
         font = boldFont.get();
     }
     painter().drawTextInBox(text.view(), *font, ink,
-                            Pictor::PaintRect(box.left() + textInset, box.bottom(), box.right() - textInset, box.top()),
-                            TextAlignment::toPainter(horizontal), Pictor::textEllipsis);
+        Pictor::PaintRect(box.left() + textInset, box.bottom(), box.right() - textInset, box.top()),
+        TextAlignment::toPainter(horizontal), Pictor::textEllipsis);
 }

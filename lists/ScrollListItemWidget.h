@@ -14,7 +14,7 @@
 #include <cstdint>
 
 enum SLItemAppearance : uint8_t {
-    SLItemFlat,   // a plain row; selected rows take the down colours
+    SLItemFlat, // a plain row; selected rows take the down colours
     SLItemButton, // a raised button face per row
 };
 
@@ -23,8 +23,9 @@ public:
     struct InitArgs : Button::InitArgs {
         InitArgs() = default;
         InitArgs(const LightweightString<wchar_t>& text, const Palette& pal, SLItemAppearance look, uint16_t w,
-                 uint16_t h, Canvas* c = nullptr)
-            : Button::InitArgs(UIString(text), w, h, pal, c), appearance(look)
+            uint16_t h, Canvas* c = nullptr)
+            : Button::InitArgs(UIString(text), w, h, pal, c)
+            , appearance(look)
         {
         }
         SLItemAppearance appearance = SLItemFlat;
@@ -32,7 +33,7 @@ public:
 
     explicit ScrollListItemWidget(const InitArgs& args);
     ScrollListItemWidget(const LightweightString<wchar_t>& text, const Palette& palette, SLItemAppearance appearance,
-                         uint16_t width, uint16_t height, Canvas* canvas = nullptr);
+        uint16_t width, uint16_t height, Canvas* canvas = nullptr);
     ScrollListItemWidget(const ScrollListItemWidget&) = default;
     ScrollListItemWidget(ScrollListItemWidget&&) = default;
     ScrollListItemWidget& operator=(const ScrollListItemWidget&) = default;

@@ -1,13 +1,17 @@
 #include "lists/ScrollListPanel.h"
 
-
-ScrollListPanel::ScrollListPanel(const InitArgs& args) : StandardPanel(args)
+ScrollListPanel::ScrollListPanel(const InitArgs& args)
+    : StandardPanel(args)
 {
     makeList(args.strings, args.multi);
 }
 
 ScrollListPanel::ScrollListPanel(const ScrollListPanel& other)
-    : EventHandler(other), Cv::InternalRefCount(other), iVirtual(other), iObject(other), StandardPanel(other)
+    : EventHandler(other)
+    , Cv::InternalRefCount(other)
+    , iVirtual(other)
+    , iObject(other)
+    , StandardPanel(other)
 {
     std::vector<LightweightString<wchar_t>> texts;
     for (int i = 0; i < other.numItems(); ++i)
@@ -15,7 +19,8 @@ ScrollListPanel::ScrollListPanel(const ScrollListPanel& other)
     makeList(texts, other.m_list->isMultiSelect());
 }
 
-ScrollListPanel::ScrollListPanel(ScrollListPanel&& other) : ScrollListPanel(static_cast<const ScrollListPanel&>(other))
+ScrollListPanel::ScrollListPanel(ScrollListPanel&& other)
+    : ScrollListPanel(static_cast<const ScrollListPanel&>(other))
 {
 }
 
@@ -29,8 +34,8 @@ LightweightString<char> ScrollListPanel::idstring() const
 void ScrollListPanel::makeList(const std::vector<LightweightString<wchar_t>>& strings, bool multi)
 {
     const GlobBox area = getUserArea();
-    ScrollList::InitArgs args(strings, static_cast<uint16_t>(area.width()), static_cast<uint16_t>(area.height()), 0,
-                              getPalette());
+    ScrollList::InitArgs args(
+        strings, static_cast<uint16_t>(area.width()), static_cast<uint16_t>(area.height()), 0, getPalette());
     m_list = addWidget<ScrollList>(args, UserTopLeft(0, 0));
     if (multi)
         m_list->multiSelect(true);

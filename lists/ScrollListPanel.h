@@ -13,7 +13,7 @@ public:
     struct InitArgs : StandardPanel::InitArgs {
         InitArgs() = default;
         InitArgs(UIString panelTitle, std::vector<LightweightString<wchar_t>> lines, uint16_t w, uint16_t h,
-                 const Palette& pal = Palette(), Canvas* c = nullptr)
+            const Palette& pal = Palette(), Canvas* c = nullptr)
             : StandardPanel::InitArgs(std::move(panelTitle), w, h, CloseButton | DoItButton, pal, c)
             , strings(std::move(lines))
         {

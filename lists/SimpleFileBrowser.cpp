@@ -5,13 +5,15 @@
 #include "toolkit/ui/Screen.h"
 #include "toolkit/widgets/TableColumnDescription.h"
 
-SimpleFileBrowser::SimpleFileBrowser(const FileBrowserBase::InitArgs& args) : FileBrowserBase(args)
+SimpleFileBrowser::SimpleFileBrowser(const FileBrowserBase::InitArgs& args)
+    : FileBrowserBase(args)
 {
     // The base built its own columns; ours are only visible once this object exists.
     init(browserOptions);
 }
 
-SimpleFileBrowser::SimpleFileBrowser(EventHandler* owner, XY<int> where) : FileBrowserBase(InitArgs())
+SimpleFileBrowser::SimpleFileBrowser(EventHandler* owner, XY<int> where)
+    : FileBrowserBase(InitArgs())
 {
     init(browserOptions);
     setChooser(owner);

@@ -18,7 +18,8 @@
 namespace CvImage {
 
 LoadedImage::LoadedImage(LightweightString<wchar_t> path, Cv::Image::Surface surface)
-    : m_path(std::move(path)), m_surface(std::move(surface))
+    : m_path(std::move(path))
+    , m_surface(std::move(surface))
 {
 }
 
@@ -102,8 +103,8 @@ struct Cache::State : std::enable_shared_from_this<Cache::State> {
         ++busy;
         if (surface.empty()) {
             lock.unlock();
-            surface = Cv::Image::Surface(
-                Pictor::loadImage(toUTF8(job.path.view()).str(), job.atLeast, maxPixelsPerImage));
+            surface
+                = Cv::Image::Surface(Pictor::loadImage(toUTF8(job.path.view()).str(), job.atLeast, maxPixelsPerImage));
             if (!surface.empty())
                 surface = Cache::shrinkToCover(surface, job.atLeast);
             lock.lock();
@@ -183,7 +184,8 @@ Cache& Cache::instance()
     return cache;
 }
 
-Cache::Cache(int workers, size_t memoryLimit) : m_state(std::make_shared<State>())
+Cache::Cache(int workers, size_t memoryLimit)
+    : m_state(std::make_shared<State>())
 {
     m_state->limit = memoryLimit;
     m_state->startWorkers(std::max(0, workers));
@@ -194,8 +196,8 @@ Cache::~Cache()
     m_state->stopWorkers();
 }
 
-Cache::RequestId Cache::loadAsync(const LightweightString<wchar_t>& path, uint32_t format, XY<int> atLeast,
-                                  Callback done)
+Cache::RequestId Cache::loadAsync(
+    const LightweightString<wchar_t>& path, uint32_t format, XY<int> atLeast, Callback done)
 {
     if (format != formatARGB)
         return 0;
@@ -215,8 +217,8 @@ void Cache::cancel(RequestId request)
         return;
     std::lock_guard<std::mutex> lock(m_state->mutex);
     auto& queue = m_state->queue;
-    queue.erase(std::remove_if(queue.begin(), queue.end(), [request](const Job& j) { return j.id == request; }),
-                queue.end());
+    queue.erase(
+        std::remove_if(queue.begin(), queue.end(), [request](const Job& j) { return j.id == request; }), queue.end());
 }
 
 bool Cache::isCached(const LightweightString<wchar_t>& path, XY<int> atLeast) const
@@ -323,7 +325,7 @@ Cv::Image::Surface Cache::shrinkToCover(const Cv::Image::Surface& surface, XY<in
     if (scale >= 1.0)
         return surface;
     Cv::Image::Surface shrunk(std::max(1, static_cast<int>(std::ceil(surface.width() * scale - 1e-9))),
-                              std::max(1, static_cast<int>(std::ceil(surface.height() * scale - 1e-9))));
+        std::max(1, static_cast<int>(std::ceil(surface.height() * scale - 1e-9))));
     if (!ImageConverter::resize(surface, shrunk))
         return surface;
     shrunk.setTransparencyType(surface.getTransparencyType());

@@ -21,8 +21,19 @@ constexpr int columnWidth = 300;
 constexpr int listHeight = 220;
 
 const wchar_t* const clipNames[] = {
-    L"Opening titles", L"Interview A", L"Room tone", L"Drone shot", L"Interview B", L"Missing media: Beach.mov",
-    L"Music bed", L"Cutaway 1", L"Offline: Studio.mxf", L"Cutaway 2", L"End card", L"Credits", L"Outtakes",
+    L"Opening titles",
+    L"Interview A",
+    L"Room tone",
+    L"Drone shot",
+    L"Interview B",
+    L"Missing media: Beach.mov",
+    L"Music bed",
+    L"Cutaway 1",
+    L"Offline: Studio.mxf",
+    L"Cutaway 2",
+    L"End card",
+    L"Credits",
+    L"Outtakes",
 };
 
 std::vector<LightweightString<wchar_t>> clips()
@@ -75,7 +86,7 @@ Glob* buildListsPage()
 
     const int panelX = margin * 2 + columnWidth;
     page->addWidget<GalleryLabel>(GalleryLabel::InitArgs(L"List panels: do-it off, then on", 2 * columnWidth, 20, pal),
-                                  Glob::UserTopLeft(panelX, lowerTop));
+        Glob::UserTopLeft(panelX, lowerTop));
     ScrollListPanel::InitArgs off(UIString(L"Choose a clip"), clips(), columnWidth, 200, pal);
     page->addWidget<ScrollListPanel>(off, Glob::UserTopLeft(panelX, lowerTop + 24));
     ScrollListPanel::InitArgs on(UIString(L"Choose a clip"), clips(), columnWidth, 200, pal);

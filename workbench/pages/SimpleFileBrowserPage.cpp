@@ -9,8 +9,8 @@ namespace {
 
 Glob* buildSimpleFileBrowserPage()
 {
-    FileBrowserBase::InitArgs args(UIString(L"Choose a folder"), fromUTF8(std::filesystem::current_path().string()),
-                                   420, 360);
+    FileBrowserBase::InitArgs args(
+        UIString(L"Choose a folder"), fromUTF8(std::filesystem::current_path().string()), 420, 360);
     return new SimpleFileBrowser(args);
 }
 

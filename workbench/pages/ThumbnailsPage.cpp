@@ -28,9 +28,8 @@ std::string writeSampleFolder()
     std::error_code ignored;
     std::filesystem::remove_all(folder, ignored);
     std::filesystem::create_directories(folder, ignored);
-    auto put = [&](const char* name, const std::string& bytes) {
-        Cv::writeFileAtomically((folder / name).string(), bytes);
-    };
+    auto put
+        = [&](const char* name, const std::string& bytes) { Cv::writeFileAtomically((folder / name).string(), bytes); };
     put("Beach at dusk.jpg", Pictor::encodeJpeg(Pictor::makeSamplePicture(3000, 2000, 1)));
     put("Harbour.jpg", Pictor::encodeJpeg(Pictor::makeSamplePicture(640, 480, 2)));
     put("Mountain panorama.jpg", Pictor::encodeJpeg(Pictor::makeSamplePicture(2400, 600, 3)));
@@ -49,8 +48,9 @@ Glob* buildThumbnailsPage()
     const LightweightString<wchar_t> folder = fromUTF8(writeSampleFolder());
     const int width = (pageWidth - 3 * margin) / 2;
 
-    page->addWidget<GalleryLabel>(GalleryLabel::InitArgs(L"A folder of pictures; one broken, one disabled", width, 20, pal),
-                                  Glob::UserTopLeft(margin, margin));
+    page->addWidget<GalleryLabel>(
+        GalleryLabel::InitArgs(L"A folder of pictures; one broken, one disabled", width, 20, pal),
+        Glob::UserTopLeft(margin, margin));
     ImageThumbnailBrowser::InitArgs args(folder, static_cast<uint16_t>(width), pageHeight - 2 * margin - 24, 60, pal);
     auto* browser = page->addWidget<ImageThumbnailBrowser>(args, Glob::UserTopLeft(margin, margin + 24));
     browser->selectItem(2);
@@ -59,7 +59,7 @@ Glob* buildThumbnailsPage()
             browser->getItemWidget(i)->setEnabled(false);
 
     page->addWidget<GalleryLabel>(GalleryLabel::InitArgs(L"Taller lines, several chosen", width, 20, pal),
-                                  Glob::UserTopLeft(2 * margin + width, margin));
+        Glob::UserTopLeft(2 * margin + width, margin));
     ImageThumbnailBrowser::InitArgs tall(folder, static_cast<uint16_t>(width), pageHeight - 2 * margin - 24, 90, pal);
     auto* second = page->addWidget<ImageThumbnailBrowser>(tall, Glob::UserTopLeft(2 * margin + width, margin + 24));
     second->multiSelect(true, false);

@@ -1,14 +1,14 @@
 // The thumbnail browser over real files: names, thumbnail sizes, loading only what is in view, bad files and
 // the duotone of disabled lines. The cache runs with no workers here, so each test says when work happens.
-#include "ListTestSupport.h"
 #include "lists/ImageThumbnailBrowser.h"
+#include "../../toolkit/support/FileTestSupport.h"
+#include "ListTestSupport.h"
 #include "toolkit/gfx/ImageCache.h"
 #include "toolkit/gfx/ImageIO.h"
 #include "toolkit/gfx/SamplePictures.h"
 #include "toolkit/support/FileUtils.h"
 #include "toolkit/support/MainThread.h"
 #include "toolkit/ui/UifStd.h"
-#include "../../toolkit/support/FileTestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -133,8 +133,8 @@ TEST_F(ImageThumbnailBrowserTest, BrokenFilesLeaveTheirLinesEmptyWhileTheOthersL
 
 TEST_F(ImageThumbnailBrowserTest, MissingFileIsNeverAskedFor)
 {
-    auto* browser = ui.make<ImageThumbnailBrowser>(ImageThumbnailBrowser::InitArgs({}, 320, 200, lineFor40),
-                                                   Glob::BottomLeft(10, 10));
+    auto* browser = ui.make<ImageThumbnailBrowser>(
+        ImageThumbnailBrowser::InitArgs({}, 320, 200, lineFor40), Glob::BottomLeft(10, 10));
     browser->setFiles({ fromUTF8(folder.file("gone.jpg")) });
     ui.flush();
     EXPECT_FALSE(browser->getImageItem(0)->hasAskedForPicture());
@@ -210,8 +210,8 @@ TEST_F(ImageThumbnailBrowserTest, SelectedFilesAreFullPaths)
     browser->selectItem(1);
     std::vector<LightweightString<wchar_t>> files;
     browser->getSelectedFiles(files);
-    EXPECT_EQ(files, (std::vector<LightweightString<wchar_t>> { fromUTF8(folder.file("a.jpg")),
-                                                               fromUTF8(folder.file("b.jpg")) }));
+    EXPECT_EQ(files,
+        (std::vector<LightweightString<wchar_t>> { fromUTF8(folder.file("a.jpg")), fromUTF8(folder.file("b.jpg")) }));
     EXPECT_EQ(browser->getSelectedFile(), fromUTF8(folder.file("a.jpg")));
 }
 

@@ -54,4 +54,3 @@ TEST_F(ScrollListPanelTest, DoubleClickedLineActsAsTheDoItButton)
     ui.doubleClick(panel->getList()->getItemWidget(0));
     EXPECT_EQ(ui.owner().count(StandardPanel::doItMsg), 1u);
 }
-

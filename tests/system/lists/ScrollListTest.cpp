@@ -270,7 +270,6 @@ TEST_F(ScrollListTest, SelectingFromCodeTellsTheOwnerOnlyWithTheNotifyFlag)
     EXPECT_EQ(ui.owner().count(ScrollList::clickMsg), 1u);
 }
 
-
 TEST_F(ScrollListTest, NewStringsThatStillHoldTheSelectedTextKeepItSelected)
 {
     ScrollList* list = makeList(10);
@@ -417,7 +416,6 @@ TEST_F(ScrollListTest, OwnerMayDestroyTheListWhileHearingAClick)
     EXPECT_EQ(ui.owner().count(ScrollList::clickMsg), 1u);
     EXPECT_FALSE(watch);
 }
-
 
 TEST_F(ScrollListTest, ItemsCarryTheirSelectionActivityAndColour)
 {

@@ -1,10 +1,10 @@
 // The thumbnail cache: results arrive on the user-interface thread only, bad files give empty pictures, and
 // what is kept stays within its memory bound.
 #include "toolkit/gfx/ImageCache.h"
+#include "../support/FileTestSupport.h"
 #include "toolkit/gfx/ImageIO.h"
 #include "toolkit/gfx/SamplePictures.h"
 #include "toolkit/support/MainThread.h"
-#include "../support/FileTestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -152,14 +152,14 @@ TEST_F(ImageCacheTest, CancelledRequestIsNotCalledBack)
 {
     const auto path = putJpeg("a.jpg", 80, 40);
     bool called = false;
-    const auto request = cache.loadAsync(path, CvImage::Cache::formatARGB, { 0, 40 }, [&](const NotifyMsg&) { called = true; });
+    const auto request
+        = cache.loadAsync(path, CvImage::Cache::formatARGB, { 0, 40 }, [&](const NotifyMsg&) { called = true; });
     cache.cancel(request);
     EXPECT_EQ(cache.numQueued(), 0u);
     cache.runPendingWork();
     runDeferredCalls();
     EXPECT_FALSE(called);
 }
-
 
 TEST_F(ImageCacheTest, NewestRequestIsServedFirst)
 {
@@ -204,7 +204,7 @@ TEST_F(ImageCacheTest, ThreadWorkerCountCanChangeWhileWorkIsQueued)
     int delivered = 0;
     for (int i = 0; i < 6; ++i)
         threaded.loadAsync(putJpeg("q" + std::to_string(i) + ".jpg", 120, 80, static_cast<unsigned>(i)),
-                           CvImage::Cache::formatARGB, { 0, 20 }, [&](const NotifyMsg&) { ++delivered; });
+            CvImage::Cache::formatARGB, { 0, 20 }, [&](const NotifyMsg&) { ++delivered; });
     threaded.setWorkerCount(2);
     threaded.waitUntilIdle();
     runDeferredCalls();

@@ -4,7 +4,10 @@
 
 namespace {
 
-int channel(uint32_t argb, int shift) { return static_cast<int>((argb >> shift) & 0xFF); }
+int channel(uint32_t argb, int shift)
+{
+    return static_cast<int>((argb >> shift) & 0xFF);
+}
 
 } // namespace
 
@@ -48,4 +51,3 @@ TEST(ImageConverter, EdgePixelsOfTheSourceReachTheEdgesOfTheResult)
     EXPECT_EQ(small.image().pixel(2, 1), 0xFFFFFFFFu);
     EXPECT_EQ(small.image().pixel(1, 1), 0xFF000000u);
 }
-
