@@ -5,6 +5,7 @@
 #include <spng.h>
 #include <turbojpeg.h>
 #include <webp/decode.h>
+#include <webp/encode.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -22,10 +23,10 @@ constexpr bool kLittleEndian = __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__;
 // Files larger than this are not images we can show anyway, and reading one would only exhaust memory.
 constexpr long kMaxFileBytes = 512L << 20;
 
-bool sizeAllowed(int64_t width, int64_t height)
+bool sizeAllowed(int64_t width, int64_t height, int64_t pixelLimit = maxDecodedPixels)
 {
     return width > 0 && height > 0 && width <= Image::maxDimension && height <= Image::maxDimension
-        && width * height <= maxDecodedPixels;
+        && width * height <= std::min(pixelLimit, maxDecodedPixels);
 }
 
 // Straight RGBA bytes to premultiplied 0xAARRGGBB words, in place (both are four bytes a pixel).
@@ -57,7 +58,7 @@ void premultiplyRgbaInPlace(Image& image)
     }
 }
 
-Image decodePng(const void* data, size_t size)
+Image decodePng(const void* data, size_t size, int64_t pixelLimit)
 {
     std::unique_ptr<spng_ctx, void (*)(spng_ctx*)> ctx(spng_ctx_new(0), spng_ctx_free);
     if (!ctx)
@@ -67,7 +68,7 @@ Image decodePng(const void* data, size_t size)
     if (spng_set_png_buffer(ctx.get(), data, size) != 0)
         return {};
     spng_ihdr header;
-    if (spng_get_ihdr(ctx.get(), &header) != 0 || !sizeAllowed(header.width, header.height))
+    if (spng_get_ihdr(ctx.get(), &header) != 0 || !sizeAllowed(header.width, header.height, pixelLimit))
         return {};
     size_t decodedSize = 0;
     if (spng_decoded_image_size(ctx.get(), SPNG_FMT_RGBA8, &decodedSize) != 0)
@@ -90,7 +91,7 @@ Image decodePng(const void* data, size_t size)
     return image;
 }
 
-Image decodeJpeg(const void* data, size_t size, XY<int> atLeast)
+Image decodeJpeg(const void* data, size_t size, XY<int> atLeast, int64_t pixelLimit)
 {
     if (size > static_cast<size_t>(kMaxFileBytes))
         return {};
@@ -127,6 +128,8 @@ Image decodeJpeg(const void* data, size_t size, XY<int> atLeast)
             }
         }
     }
+    if (!sizeAllowed(scaledWidth, scaledHeight, pixelLimit))
+        return {};
     Image image(scaledWidth, scaledHeight);
     if (image.isNull())
         return {};
@@ -140,7 +143,7 @@ Image decodeJpeg(const void* data, size_t size, XY<int> atLeast)
     return image;
 }
 
-Image decodeWebP(const void* data, size_t size)
+Image decodeWebP(const void* data, size_t size, int64_t pixelLimit)
 {
     WebPDecoderConfig config;
     if (!WebPInitDecoderConfig(&config))
@@ -148,7 +151,7 @@ Image decodeWebP(const void* data, size_t size)
     auto* bytes = static_cast<const uint8_t*>(data);
     if (WebPGetFeatures(bytes, size, &config.input) != VP8_STATUS_OK)
         return {};
-    if (config.input.has_animation || !sizeAllowed(config.input.width, config.input.height))
+    if (config.input.has_animation || !sizeAllowed(config.input.width, config.input.height, pixelLimit))
         return {};
     Image image(config.input.width, config.input.height);
     if (image.isNull())
@@ -215,22 +218,22 @@ ImageFormat sniffImageFormat(const void* data, size_t size)
     return ImageFormat::Unknown;
 }
 
-Image decodeImage(const void* data, size_t size, XY<int> atLeast)
+Image decodeImage(const void* data, size_t size, XY<int> atLeast, int64_t pixelLimit)
 {
     switch (sniffImageFormat(data, size)) {
     case ImageFormat::Png:
-        return decodePng(data, size);
+        return decodePng(data, size, pixelLimit);
     case ImageFormat::Jpeg:
-        return decodeJpeg(data, size, atLeast);
+        return decodeJpeg(data, size, atLeast, pixelLimit);
     case ImageFormat::WebP:
-        return decodeWebP(data, size);
+        return decodeWebP(data, size, pixelLimit);
     case ImageFormat::Unknown:
         break;
     }
     return {};
 }
 
-Image loadImage(const std::string& utf8Path, XY<int> atLeast)
+Image loadImage(const std::string& utf8Path, XY<int> atLeast, int64_t pixelLimit)
 {
     std::unique_ptr<FILE, int (*)(FILE*)> file(std::fopen(utf8Path.c_str(), "rb"), std::fclose);
     if (!file)
@@ -243,7 +246,7 @@ Image loadImage(const std::string& utf8Path, XY<int> atLeast)
     std::vector<unsigned char> bytes(static_cast<size_t>(length));
     if (std::fread(bytes.data(), 1, bytes.size(), file.get()) != bytes.size())
         return {};
-    return decodeImage(bytes.data(), bytes.size(), atLeast);
+    return decodeImage(bytes.data(), bytes.size(), atLeast, pixelLimit);
 }
 
 std::string encodePng(const Image& image)
@@ -286,6 +289,36 @@ std::string encodePng(const Image& image)
     }
     std::string bytes(static_cast<const char*>(buffer), length);
     std::free(buffer);
+    return bytes;
+}
+
+std::string encodeJpeg(const Image& image, int quality)
+{
+    if (image.isNull())
+        return {};
+    std::unique_ptr<void, int (*)(tjhandle)> handle(tjInitCompress(), tjDestroy);
+    if (!handle)
+        return {};
+    // Alpha is dropped (JPEG has none); the colour is taken as stored, which is right for opaque pictures.
+    const int format = kLittleEndian ? TJPF_BGRX : TJPF_XRGB;
+    unsigned char* buffer = nullptr;
+    unsigned long length = 0;
+    const int status = tjCompress2(handle.get(), image.bytes(), image.width(), image.stride(), image.height(), format,
+                                   &buffer, &length, TJSAMP_420, std::clamp(quality, 1, 100), TJFLAG_FASTDCT);
+    std::string bytes = status == 0 && buffer ? std::string(reinterpret_cast<const char*>(buffer), length) : std::string();
+    tjFree(buffer);
+    return bytes;
+}
+
+std::string encodeWebP(const Image& image, int quality)
+{
+    if (image.isNull())
+        return {};
+    uint8_t* buffer = nullptr;
+    const size_t length = WebPEncodeBGRA(image.bytes(), image.width(), image.height(), image.stride(),
+                                         static_cast<float>(std::clamp(quality, 0, 100)), &buffer);
+    std::string bytes = length > 0 && buffer ? std::string(reinterpret_cast<const char*>(buffer), length) : std::string();
+    WebPFree(buffer);
     return bytes;
 }
 

@@ -26,12 +26,18 @@ ImageFormat sniffImageFormat(const void* data, size_t size);
 // `atLeast` lets a large image be decoded smaller: a JPEG is decoded at the smallest of its cheap reduced
 // scales (1/8 steps) whose width and height are both at least the requested ones, which saves most of the
 // decoding work for thumbnails. Other formats, and a request of {0, 0}, give the image at full size.
-Image decodeImage(const void* data, size_t size, XY<int> atLeast = {});
-Image loadImage(const std::string& utf8Path, XY<int> atLeast = {});
+// `pixelLimit` refuses images that would decode to more pixels than that (lower than maxDecodedPixels for
+// callers that decode many files at once, such as the thumbnail cache).
+Image decodeImage(const void* data, size_t size, XY<int> atLeast = {}, int64_t pixelLimit = maxDecodedPixels);
+Image loadImage(const std::string& utf8Path, XY<int> atLeast = {}, int64_t pixelLimit = maxDecodedPixels);
 
 // Fast PNG: no filtering and light compression, because these files (screen grabs, exports) are written while
 // the user waits. Answers the encoded bytes, or empty for a null image.
 std::string encodePng(const Image& image);
+// JPEG and (lossy) WebP of opaque pictures, for sample files and fixtures; quality 1..100. Empty for a null
+// image. WebP takes the stored (premultiplied) words as they are, which is exact for opaque pixels.
+std::string encodeJpeg(const Image& image, int quality = 85);
+std::string encodeWebP(const Image& image, int quality = 80);
 // Writes through a temporary file renamed into place, so a failure leaves any earlier file as it was.
 bool writePng(const Image& image, const std::string& utf8Path);
 

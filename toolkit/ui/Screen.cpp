@@ -348,9 +348,15 @@ void Screen::mouseButton(XY<int> pos, int button, bool down, int modifiers)
             }
     }
 
-    Glob* handler = target ? dispatch(target, e) : nullptr;
-    if (e.type == Event::MouseDown && !captured)
-        m_capture = GlobWatch(handler ? handler : (is_good_glob_ptr(target) ? target : nullptr));
+    {
+        // Widgets destroyed by the press's handlers are deleted when the outermost dispatch ends: keep that
+        // until the capture has taken its watch, or a handler destroyed along with its owner would be read
+        // after it was freed.
+        Glob::DispatchScope scope;
+        Glob* handler = target ? dispatch(target, e) : nullptr;
+        if (e.type == Event::MouseDown && !captured)
+            m_capture = GlobWatch(handler ? handler : (is_good_glob_ptr(target) ? target : nullptr));
+    }
     if (m_buttons == 0)
         releaseCapture();
 }

@@ -70,7 +70,7 @@ StandardPanel::StandardPanel(uint16_t width, uint16_t height, const Palette& pal
 }
 
 StandardPanel::StandardPanel(const StandardPanel& other)
-    : EventHandler(other), Cv::InternalRefCount(other), iVirtual(other), iObject(other), Glob(other), m_title(other.m_title), m_widgets(other.m_widgets), m_border(other.m_border)
+    : EventHandler(other), Cv::InternalRefCount(other), iVirtual(other), iObject(other), Glob(other), m_title(other.m_title), m_widgets(other.m_widgets), m_disabledWidgets(other.m_disabledWidgets), m_border(other.m_border)
 {
     if (other.m_menu)
         m_menu = new MenuGlob(*other.m_menu);
@@ -86,6 +86,7 @@ StandardPanel& StandardPanel::operator=(const StandardPanel& other)
     Glob::operator=(other);
     m_title = other.m_title;
     m_widgets = other.m_widgets;
+    m_disabledWidgets = other.m_disabledWidgets;
     m_border = other.m_border;
     if (other.m_menu) {
         if (!m_menu)
@@ -308,8 +309,19 @@ bool StandardPanel::handleMessageEvent(LightweightString<char> name, Glob* sende
     return Glob::handleMessageEvent(name, sender);
 }
 
+void StandardPanel::setStandardWidgetEnabled(StandardWidgets widget, bool enabled)
+{
+    const unsigned disabled = enabled ? (m_disabledWidgets & ~unsigned(widget)) : (m_disabledWidgets | widget);
+    if (disabled == m_disabledWidgets)
+        return;
+    m_disabledWidgets = disabled;
+    redraw(getStandardWidgetBox(widget));
+}
+
 void StandardPanel::pressButton(StandardWidgets button)
 {
+    if (!isStandardWidgetEnabled(button))
+        return;
     switch (button) {
     case CloseButton: close(); break;
     case DoItButton: doIt(); break;
@@ -324,11 +336,11 @@ void StandardPanel::pressButton(StandardWidgets button)
 bool StandardPanel::react(const Event& event)
 {
     if (event.isKey() && !event.hasAnyModifier()) {
-        if (event.key == Event::KeyEscape && hasStandardWidget(CloseButton)) {
+        if (event.key == Event::KeyEscape && hasStandardWidget(CloseButton) && isStandardWidgetEnabled(CloseButton)) {
             close();
             return true;
         }
-        if (event.key == Event::KeyReturn && hasStandardWidget(DoItButton)) {
+        if (event.key == Event::KeyReturn && hasStandardWidget(DoItButton) && isStandardWidgetEnabled(DoItButton)) {
             doIt();
             return true;
         }
@@ -501,9 +513,13 @@ void StandardPanel::drawTitleButton(StandardWidgets button)
     const GlobBox box = getStandardWidgetBox(button);
     const Palette& pal = getPalette();
     const bool down = m_drag == Drag::Button && m_pressed == button && m_pressedInside;
-    StylePainter::drawButton(p, box, pal, down ? StylePainter::Pressed : StylePainter::Normal);
+    const bool enabled = isStandardWidgetEnabled(button);
+    StylePainter::drawButton(p, box, pal,
+                             !enabled ? StylePainter::Disabled
+                             : down   ? StylePainter::Pressed
+                                      : StylePainter::Normal);
     const GlobBox glyph = box.expanded(-5);
-    const Colour ink = pal.titleText();
+    const Colour ink = enabled ? pal.titleText() : pal.disabledText();
     switch (button) {
     case CloseButton:
         p.drawLine(glyph.left(), glyph.bottom(), glyph.right(), glyph.top(), ink, 1.5);

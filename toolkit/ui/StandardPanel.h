@@ -78,6 +78,10 @@ public:
     void removeStandardWidgets(unsigned widgets);
     unsigned getStandardWidgets() const { return m_widgets; }
     bool hasStandardWidget(StandardWidgets widget) const { return (m_widgets & widget) != 0; }
+    // A disabled title-bar button is drawn dimmed and ignores presses (and Return or Escape, for do-it and
+    // close): a panel whose commit needs a choice keeps its do-it button off until there is one.
+    void setStandardWidgetEnabled(StandardWidgets widget, bool enabled);
+    bool isStandardWidgetEnabled(StandardWidgets widget) const { return (m_disabledWidgets & widget) == 0; }
     void setBorderStyle(BorderStyle style);
     BorderStyle getBorderStyle() const { return m_border; }
     bool hasTitleBar() const { return !m_title.empty() || m_widgets != NoWidgets; }
@@ -144,6 +148,7 @@ private:
     MenuGlob* m_menu = nullptr; // owned; never shown itself (popUp shows copies)
     GlobWatch m_openMenu;
     unsigned m_widgets = CloseButton;
+    unsigned m_disabledWidgets = NoWidgets;
     BorderStyle m_border = RaisedBorder;
     // The drag in progress.
     Drag m_drag = Drag::None;

@@ -50,7 +50,8 @@ public:
     // down only when nothing else is.
     void addWidget(B* button)
     {
-        if (!button || indexOf(button) >= 0)
+        // Asking the button rather than searching the members keeps a list of many lines linear to build.
+        if (!button || button->getGroup() == this)
             return;
         button->setLatching(true);
         button->setGroup(this);
