@@ -19,7 +19,7 @@ bool headingShowsSize(uint32_t uid)
     return uid == UIDs::HDV1080 || uid == UIDs::DVCProHD1080_60 || uid == UIDs::DVCProHD1080_50;
 }
 
-LightweightString<wchar_t> groupLabel(uint32_t uid, bool progressive, Cv::Image::AspectRatio aspect)
+LightweightString<wchar_t> groupLabel(uint32_t uid, bool progressive, Cv::Image::PictureRatio aspect)
 {
     const DigitalVideoFormatInfo info = findByUID(uid);
     const std::wstring h = std::to_wstring(info.getDisplayHeight());

@@ -28,7 +28,7 @@ public:
         uint32_t uid = 0;
         uint32_t group = 0;
         bool progressive = true;
-        Cv::Image::AspectRatio aspect;
+        Cv::Image::PictureRatio aspect;
         LightweightString<wchar_t> label;
 
         explicit UIFormatGroup(const ShotVideoMetadata& format);

@@ -12,8 +12,8 @@ namespace {
 
 using namespace FormatGroups;
 using Lines = std::vector<LightweightString<char>>;
-constexpr Cv::Image::AspectRatio fourByThree { 4, 3 };
-constexpr Cv::Image::AspectRatio sixteenByNine { 16, 9 };
+constexpr Cv::Image::PictureRatio fourByThree { 4, 3 };
+constexpr Cv::Image::PictureRatio sixteenByNine { 16, 9 };
 
 std::vector<DigitalVideoFormatInfo> builtInFormats()
 {
@@ -74,7 +74,7 @@ enum CustomAspect : uint32_t { SquarePixels = 0, Aspect4x3 = 1, Aspect16x9 = 2 }
 
 DigitalVideoFormatInfo::DigitalVideoFormatInfo(uint32_t uid, FormatGroups::FormatGroup group, uint32_t width,
     uint32_t height, uint32_t divisor, LightweightString<char> name, std::vector<LightweightString<char>> description,
-    Cv::Image::AspectRatio pictureAspect)
+    Cv::Image::PictureRatio pictureAspect)
     : m_uid(uid)
     , m_group(group)
     , m_width(width)
@@ -114,9 +114,9 @@ uint32_t DigitalVideoFormatInfo::setParams(const configb& values)
     LightweightString<char> name = toUTF8(params[0]->getValueAsString().view());
     if (name.empty())
         name = "Custom";
-    const Cv::Image::AspectRatio aspect = shape == Aspect4x3 ? fourByThree
+    const Cv::Image::PictureRatio aspect = shape == Aspect4x3 ? fourByThree
         : shape == Aspect16x9                                 ? sixteenByNine
-                                                              : Cv::Image::AspectRatio { width, height };
+                                                              : Cv::Image::PictureRatio { width, height };
     const std::vector<LightweightString<char>> description { "Defined by the user" };
 
     Catalogue& c = catalogue();

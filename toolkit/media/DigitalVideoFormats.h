@@ -7,7 +7,7 @@
 // rasters have divisor 1; proxy rasters keep the full raster's numbers with divisor 2 or 4, so a proxy names
 // the picture it stands for.
 
-#include "toolkit/media/AspectRatio.h"
+#include "toolkit/media/PictureRatio.h"
 #include "toolkit/support/Configb.h"
 #include "toolkit/support/LightweightString.h"
 #include "toolkit/support/Ptr.h"
@@ -41,7 +41,7 @@ public:
     DigitalVideoFormatInfo() = default;
     DigitalVideoFormatInfo(uint32_t uid, FormatGroups::FormatGroup group, uint32_t width, uint32_t height,
         uint32_t divisor, LightweightString<char> name, std::vector<LightweightString<char>> description,
-        Cv::Image::AspectRatio pictureAspect);
+        Cv::Image::PictureRatio pictureAspect);
 
     uint32_t getUID() const { return m_uid; }
     FormatGroups::FormatGroup getGroup() const { return m_group; }
@@ -54,7 +54,7 @@ public:
     const LightweightString<char>& getName() const { return m_name; }
     // Lines of explanation (standard, where it is used), for tooltips.
     const std::vector<LightweightString<char>>& getDescription() const { return m_description; }
-    Cv::Image::AspectRatio getPictureAspect() const { return m_aspect; }
+    Cv::Image::PictureRatio getPictureAspect() const { return m_aspect; }
     bool isValid() const { return m_uid != 0; }
 
     // The parameters a user fills in to define a custom raster: "name", "width", "height", "aspect".
@@ -73,7 +73,7 @@ private:
     uint32_t m_divisor = 1;
     LightweightString<char> m_name;
     std::vector<LightweightString<char>> m_description;
-    Cv::Image::AspectRatio m_aspect;
+    Cv::Image::PictureRatio m_aspect;
 };
 
 // The built-in rasters in catalogue order, then the custom ones in the order they were registered.

@@ -3,7 +3,7 @@
 // Capture and import set-ups offer sets of these; two values are the same source format exactly when all
 // four agree.
 
-#include "toolkit/media/AspectRatio.h"
+#include "toolkit/media/PictureRatio.h"
 #include "toolkit/media/FrameRate.h"
 
 #include <compare>
@@ -12,7 +12,7 @@
 class ShotVideoMetadata {
 public:
     ShotVideoMetadata() = default;
-    ShotVideoMetadata(uint32_t digitalVideoFormatUID, Cv::FrameRate rate, bool progressive, Cv::Image::AspectRatio aspect)
+    ShotVideoMetadata(uint32_t digitalVideoFormatUID, Cv::FrameRate rate, bool progressive, Cv::Image::PictureRatio aspect)
         : m_uid(digitalVideoFormatUID)
         , m_rate(rate)
         , m_progressive(progressive)
@@ -23,7 +23,7 @@ public:
     uint32_t getDigitalVideoFormatUID() const { return m_uid; }
     Cv::FrameRate getFrameRate() const { return m_rate; }
     bool isProgressive() const { return m_progressive; }
-    Cv::Image::AspectRatio getAspectRatio() const { return m_aspect; }
+    Cv::Image::PictureRatio getAspectRatio() const { return m_aspect; }
     // The raster's displayed width and height in pixels; 0 for a raster the catalogue does not know.
     uint32_t getWidth() const;
     uint32_t getHeight() const;
@@ -35,7 +35,7 @@ private:
     uint32_t m_uid = 0;
     Cv::FrameRate m_rate = Cv::FrameRate::Unknown;
     bool m_progressive = true;
-    Cv::Image::AspectRatio m_aspect;
+    Cv::Image::PictureRatio m_aspect;
 };
 
 namespace Cv::Image::Video::Interface {

@@ -14,7 +14,7 @@ namespace UIDs = Cv::DigitalVideoFormats::UIDs;
 
 namespace {
 
-ShotVideoMetadata source(uint32_t uid, FrameRate rate, bool progressive, Cv::Image::AspectRatio aspect = { 16, 9 })
+ShotVideoMetadata source(uint32_t uid, FrameRate rate, bool progressive, Cv::Image::PictureRatio aspect = { 16, 9 })
 {
     return ShotVideoMetadata(uid, rate, progressive, aspect);
 }

@@ -1,6 +1,6 @@
 // The raster, output-format and compression catalogues checked as a whole: unique identities, distinct
 // texts, and every entry reachable.
-#include "toolkit/media/AspectRatio.h"
+#include "toolkit/media/PictureRatio.h"
 #include "toolkit/media/Compression.h"
 #include "toolkit/media/CurrentProject.h"
 #include "toolkit/media/CvExport.h"
@@ -44,7 +44,7 @@ TEST(DigitalVideoFormats, CustomRasterIsRegisteredOnceWithItsValuesBroughtIntoRa
     EXPECT_EQ(info.getWidth(), 16384u);
     EXPECT_EQ(info.getHeight(), 1080u) << "unreadable text keeps the default";
     EXPECT_EQ(info.getGroup(), DVF::FormatGroups::Other);
-    EXPECT_EQ(info.getPictureAspect(), (Cv::Image::AspectRatio { 16, 9 }));
+    EXPECT_EQ(info.getPictureAspect(), (Cv::Image::PictureRatio { 16, 9 }));
     EXPECT_EQ(DVF::DigitalVideoFormatInfo::setParams(values), uid) << "the same raster twice";
     values.set("width", "1280");
     EXPECT_NE(DVF::DigitalVideoFormatInfo::setParams(values), uid);
@@ -197,7 +197,7 @@ TEST(FileTypes, ExtensionLookupIgnoresCaseAndALeadingDotButNothingElse)
     EXPECT_TRUE(CvExport::getExtensionForFormatID("QUICKTIME").empty());
 }
 
-TEST(AspectRatio, TelevisionShapesAreFractionsAndCinemaShapesDecimals)
+TEST(PictureRatio, TelevisionShapesAreFractionsAndCinemaShapesDecimals)
 {
     using Cv::Image::aspectRatioAsDisplayString;
     EXPECT_EQ(aspectRatioAsDisplayString({ 16, 9 }), L"16:9");

@@ -1,4 +1,4 @@
-#include "toolkit/media/AspectRatio.h"
+#include "toolkit/media/PictureRatio.h"
 
 #include <cstdio>
 #include <numeric>
@@ -6,7 +6,7 @@
 
 namespace Cv::Image {
 
-LightweightString<wchar_t> aspectRatioAsDisplayString(AspectRatio ratio)
+LightweightString<wchar_t> aspectRatioAsDisplayString(PictureRatio ratio)
 {
     if (ratio.width == 0 || ratio.height == 0)
         return {};
