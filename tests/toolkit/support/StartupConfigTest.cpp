@@ -42,20 +42,6 @@ TEST(StartupConfig, ReadsKeyValueLinesWithComments)
     EXPECT_EQ(parsed, expected);
 }
 
-TEST(StartupConfig, ValuesThatAreNotIntegersFallBackToTheDefault)
-{
-    const ConfigFile file("good = -12\n"
-                          "unit = 12px\n"
-                          "hex = 0x10\n"
-                          "word = on\n"
-                          "empty =\n"
-                          "overflow = 4294967296\n");
-    const StartupConfig config(file.path());
-    EXPECT_EQ(config.getInt("good", 0), -12);
-    for (const char* key : {"unit", "hex", "word", "empty", "overflow", "absent"})
-        EXPECT_EQ(config.getInt(key, 6), 6) << key;
-}
-
 TEST(StartupConfig, EnvironmentWinsOverTheFile)
 {
     const ConfigFile file("action_params_on_menu = 0\ncolour_wheel_reflect_luma = 4\n");
