@@ -53,17 +53,6 @@ TEST(Painter, RectangleAtZeroLandsOnTheBottomRows)
     EXPECT_EQ(alphaAt(image, 3, 2), 0);
 }
 
-TEST(Painter, TranslateMovesTheOriginForChildren)
-{
-    Image image(10, 10);
-    Painter painter(image);
-    painter.translate(5, 3);
-    EXPECT_EQ(painter.origin(), XY<double>(5, 3));
-    painter.fillRect(PaintRect(0, 0, 1, 1), blue);
-    EXPECT_EQ(at(image, 5, 3), 0xFF0000FFu);
-    EXPECT_EQ(paintedIn(image, 0, 0, 10, 10), 1);
-}
-
 TEST(Painter, ClipLimitsDrawingAndStateSaverRestoresClipAndOrigin)
 {
     Image image(10, 10);

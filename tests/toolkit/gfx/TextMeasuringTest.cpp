@@ -130,7 +130,6 @@ TEST(FontMeasuring, ExtentsCountLinesAndKeepTheLineBox)
     EXPECT_EQ(three.lines, 3);
     EXPECT_NEAR(three.width, font->measureWidth(std::string_view("bbbb")), 1e-3);
     EXPECT_NEAR(three.height, 3 * font->lineHeight(), 0.5);
-    EXPECT_EQ(three.pixelWidth(), static_cast<int>(std::ceil(three.width)));
 }
 
 TEST(FontLoading, EqualDescriptionsShareOneFont)

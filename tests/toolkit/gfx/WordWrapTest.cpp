@@ -60,30 +60,6 @@ TEST(WordWrap, CountsAndBreaksAgreeWithTheShaper)
     }
 }
 
-TEST(WordWrap, RandomTextAtRandomWidthsAgreesWithTheShaper)
-{
-    static const char* const words[] = {"a", "to", "the", "render", "timeline", "AVATAR", "office", "x-ray",
-                                        "12.5%", "(note)", "\"quoted\"", "café", "e.g.", "supercalifragilistic",
-                                        "don't", "a/b", "yes!", "1,000", "ff", "Wave"};
-    std::mt19937 rng(7);
-    const auto font = loadFont(FontDesc());
-    int disagreements = 0;
-    for (int i = 0; i < 1500; ++i) {
-        std::string text;
-        const int count = static_cast<int>(rng() % 16);
-        for (int w = 0; w < count; ++w) {
-            if (w)
-                text += (rng() % 9 == 0) ? "  " : (rng() % 15 == 0 ? "\n" : " ");
-            text += words[rng() % std::size(words)];
-        }
-        const double width = 5.0 + rng() % 300;
-        if (WordWrappingTextRenderer::calcNumDisplayLines(std::string_view(text), *font, width)
-            != static_cast<int>(shaperLines(*font, text, width).size()))
-            ++disagreements;
-    }
-    EXPECT_EQ(disagreements, 0);
-}
-
 TEST(WordWrap, LinesCoverTheTextInOrder)
 {
     const auto font = loadFont(FontDesc());

@@ -171,7 +171,6 @@ TEST_F(ButtonsTest, MadeByTypeNameWithItsLabel)
     auto* b = dynamic_cast<Button*>(made.get());
     ASSERT_NE(b, nullptr);
     EXPECT_EQ(b->getString().getString(), L"Render");
-    EXPECT_EQ(b->idstring(), "Button");
 }
 
 TEST_F(ButtonsTest, AnImageButtonScalesItsPictureInsideTheFaceKeepingItsShape)

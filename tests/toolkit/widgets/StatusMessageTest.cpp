@@ -127,7 +127,6 @@ TEST(TitledGlobTest, TheTitleTakesItsColumnAndTheWidgetTheRest)
     auto* t = ui.make<TitledSlider>(
         TitledSlider::InitArgs(UIString(L"Opacity"), Slider::InitArgs(Palette().highlight(), 120), 80),
         Glob::BottomLeft(10, 10));
-    EXPECT_EQ(t->idstring(), "TitledSlider");
     EXPECT_EQ(t->getWidth(), 200);
     EXPECT_EQ(t->widget()->getX(), 80);
     EXPECT_EQ(t->widget()->getWidth(), 120);

@@ -3,7 +3,6 @@
 #include "toolkit/testing/UiHarness.h"
 #include "toolkit/ui/Event.h"
 #include "toolkit/ui/UifStd.h"
-#include "toolkit/widgets/Checkbox.h"
 #include "toolkit/widgets/ScrollBar.h"
 #include "toolkit/widgets/Slider.h"
 
@@ -27,17 +26,6 @@ protected:
 };
 
 } // namespace
-
-TEST_F(WidgetCopyTest, CopiedCheckboxShowsWhatTheOriginalShows)
-{
-    auto* box = ui.make<Checkbox>(Checkbox::InitArgs(UIString(L"Loop"), true, Checkbox::LegendRow, 120),
-                                  Glob::BottomLeft(10, 10));
-    const Checkbox copy(*box);
-    EXPECT_EQ(copy.getString(), box->getString());
-    EXPECT_TRUE(copy.getValue());
-    EXPECT_EQ(copy.getStyle(), Checkbox::LegendRow);
-    EXPECT_EQ(copy.getWidth(), box->getWidth());
-}
 
 TEST_F(WidgetCopyTest, SliderCopiedMidDragDoesNotFollowThePointer)
 {
