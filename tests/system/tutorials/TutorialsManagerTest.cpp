@@ -98,8 +98,6 @@ TEST_F(TutorialCatalogue, BadFilesAreLeftOutWithoutHarmToOthers)
     writeBytes(folder() / "a-good.CvTutorial.tmp-Xa81Qz", R"({"name": "Half", "category": "Bas)");
     std::filesystem::create_directories(folder() / "e-folder.CvTutorial");
     ASSERT_EQ(::mkfifo((folder() / "f-pipe.CvTutorial").c_str(), 0644), 0); // would block a reader
-    writeBytes(folder() / "g-huge.CvTutorial",
-        R"({"name": "Huge", "category": "Basics", "padding": ")" + std::string(Tutorial::kMaxFileBytes, ' ') + "\"}");
     addFile("h-good.CvTutorial", "Also good", "Basics");
 
     const TestCatalogue catalogue;

@@ -29,8 +29,6 @@ TEST_F(KeyBindings, MissingFileGivesTheDefaults)
     EXPECT_FALSE(m_manager.isFromFile());
     EXPECT_EQ(m_manager.getKeysAssignedToCommand("TogglePlay"), (Keys { { ' ', 0 } }));
     EXPECT_EQ(m_manager.getKeysAssignedToCommand("Undo"), (Keys { { 'Z', Event::Ctrl } }));
-    EXPECT_EQ(m_manager.getKeysAssignedToCommand("ToggleFullScreen"), (Keys { { Event::KeyF1 + 10, 0 } }));
-    EXPECT_EQ(m_manager.getKeysAssignedToCommand("Join/Unjoin"), (Keys { { 'J', Event::Ctrl } }));
     EXPECT_TRUE(m_manager.getKeysAssignedToCommand("NoSuchCommand").empty());
 }
 

@@ -64,13 +64,6 @@ TEST(PlacementGeometry, RightOfLinesUpTopsByDefaultAndBottomsAtEnd)
         XY<int>(146, 85));
 }
 
-TEST(PlacementGeometry, SiblingReplacesUserAreaForCornerForms)
-{
-    WidgetPosition centred = at(WidgetPosition::Centre, 0, 0);
-    const GlobBox sibling(100, 40, 140, 60);
-    EXPECT_EQ(Placement::resolve(centred, { 10, 10 }, area, &sibling), XY<int>(115, 45));
-}
-
 TEST(PlacementGeometry, KeepInsideMovesTheLeastAndKeepsTopLeftOfOversizedBoxes)
 {
     const GlobBox screen(0, 0, 100, 80);
@@ -120,23 +113,6 @@ TEST_F(GlobPlacement, RowsStackBelowThePreviousChildInsideTheUserArea)
     EXPECT_EQ(a->getPosition(), XY<int>(3, 150 - 23 - 20));
     EXPECT_EQ(b->getPosition(), XY<int>(3, a->getY() - 4 - 20));
     EXPECT_EQ(c->getPosition(), XY<int>(3, b->getY() - 4 - 20));
-    // The placement remembers which sibling it went below, for re-anchoring later.
-    EXPECT_EQ(panel->getWidget(c).position.sibling, b);
-    EXPECT_EQ(panel->getWidget(b).position.kind, WidgetPosition::Below);
-    EXPECT_EQ(panel->getWidget(row()).widget, nullptr) << "not a child";
-}
-
-TEST_F(GlobPlacement, CornerFormsAndRightOf)
-{
-    Glob* left = panel->addChild(row(50, 20), Glob::BottomLeft(2, 2));
-    Glob* next = panel->addChild(row(30, 10), Glob::RightOf(6, left));
-    Glob* box = panel->addChild(row(24, 12), Glob::RightCentre(12, 0));
-    Glob* mid = panel->addChild(row(20, 20), Glob::Centre(0, 0));
-    EXPECT_EQ(left->getPosition(), XY<int>(5, 5));
-    EXPECT_EQ(next->getPosition(), XY<int>(61, 15)); // tops lined up with `left`
-    EXPECT_EQ(box->getX() + box->getWidth(), 200 - 3 - 12);
-    // Centred in the user area (3..197 across, 3..127 up), not in the whole panel.
-    EXPECT_EQ(mid->getPosition(), XY<int>(90, 55));
 }
 
 TEST_F(GlobPlacement, ReanchoringLetsTwoRowsShareOnePlaceAndLaterRowsFollow)

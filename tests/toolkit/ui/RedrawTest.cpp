@@ -9,9 +9,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
 
 namespace {
 
@@ -164,18 +161,6 @@ TEST_F(Redraw, UpdateDeferrerPostponesPaintingToTheEndOfTheOutermostScope)
     }
     EXPECT_EQ(box->paints, paints + 1);
     EXPECT_FALSE(ui.screen().needsPaint());
-}
-
-TEST_F(Redraw, TheScreenSavesAsAPng)
-{
-    colour(10, 10, 20, 20, red);
-    const std::filesystem::path path = std::filesystem::temp_directory_path() / "tessel-ui-redraw-test.png";
-    ASSERT_TRUE(ui.savePng(path.string()));
-    std::ifstream in(path, std::ios::binary);
-    char signature[8] = {};
-    in.read(signature, 8);
-    EXPECT_EQ(std::string(signature + 1, 3), "PNG");
-    std::filesystem::remove(path);
 }
 
 TEST(PaletteTest, ShadesRunFromDarkToLightAndChildPalettesOnlyLiftTheBackground)

@@ -30,10 +30,6 @@ TEST_F(ScreenInput, ClickArrivesInTheWidgetsOwnBottomUpCoordinates)
     EXPECT_EQ(std::tuple(down->pos, down->screenPos, down->button),
         std::tuple(XY<int>(5, 3), XY<int>(115, 73), Event::LeftButton));
     EXPECT_EQ(outer->countOf(Event::MouseDown), 0u) << "handled by the inner widget";
-
-    // Through the harness, in the widget's own terms.
-    ui.click(inner, XY<int>(29, 0));
-    EXPECT_EQ(inner->lastOf(Event::MouseDown)->pos, XY<int>(29, 0));
 }
 
 TEST_F(ScreenInput, AnUnhandledPressBubblesToTheParentInItsCoordinates)
@@ -91,11 +87,6 @@ TEST_F(ScreenInput, DoubleClicksFollowTheToolkitClock)
     ui.advance(50);
     pressAt(UiHarness::toScreen(b));
     EXPECT_EQ(b->lastOf(Event::MouseDown)->clickCount, 1) << "a different widget";
-
-    ui.doubleClick(b);
-    EXPECT_EQ(b->lastOf(Event::MouseDown)->clickCount, 2);
-    ui.click(b);
-    EXPECT_EQ(b->lastOf(Event::MouseDown)->clickCount, 1) << "the harness keeps plain clicks apart";
 }
 
 TEST_F(ScreenInput, ASecondButtonWhileOneIsHeldMakesAChord)

