@@ -25,12 +25,6 @@ protected:
     UiHarness ui{400, 300};
 };
 
-TEST_F(Sampling, AveragingZeroAnd255OverTwoPixelsGives127)
-{
-    showPicture(ui, columnsOf({Colour::fromBytes(0, 255, 0), Colour::fromBytes(255, 0, 0)}), {100, 100});
-    EXPECT_EQ(ColEyeDropBase::getPixelColour(Area(100, 100, 102, 101)), RgbTriple(127, 127, 0));
-}
-
 TEST_F(Sampling, TheAverageIsTruncatedNotRounded)
 {
     showPicture(ui, columnsOf({Colour::fromBytes(10, 20, 30), Colour::fromBytes(10, 20, 30),
@@ -73,19 +67,6 @@ TEST_F(Sampling, GreysAndBlackDoNotWidenTheRange)
     EXPECT_EQ(range.maxValue, 1.0);
 }
 
-TEST_F(Sampling, TheRangeSpansEveryColouredPixel)
-{
-    showPicture(ui,
-                columnsOf({Colour::fromBytes(0, 0, 255), Colour::fromBytes(0, 255, 0), Colour::fromBytes(0, 128, 64)},
-                          3, 2),
-                {100, 100});
-    const ColEyeDropBase::ColourRange range = ColEyeDropBase::getPixelRange(Area(100, 100, 109, 102));
-    EXPECT_DOUBLE_EQ(range.minHue, 120.0);
-    EXPECT_DOUBLE_EQ(range.maxHue, 240.0);
-    EXPECT_DOUBLE_EQ(range.minSaturation, 1.0);
-    EXPECT_DOUBLE_EQ(range.minValue, 128.0 / 255.0);
-}
-
 TEST_F(Sampling, GrabbingAPixelWritesItsColourMessage)
 {
     showPicture(ui, columnsOf({Colour::fromBytes(0, 255, 0), Colour::fromBytes(255, 0, 0)}), {100, 100});
@@ -99,13 +80,6 @@ TEST(ColourMessage, DividesOnlyTheValueBy255)
 {
     const LightweightString<char> msg = ColEyeDropBase::pixelToMsg(RgbTriple(0, 255, 0));
     EXPECT_EQ(msg, LightweightString<char>("colour_eye_dropper HSV 120 1 0.00392156862745098"));
-    double h = -1;
-    double s = -1;
-    double v = -1;
-    EXPECT_EQ(ColEyeDropBase::parse(msg.c_str(), h, s, v), 0);
-    EXPECT_EQ(h, 120.0);
-    EXPECT_EQ(s, 1.0);
-    EXPECT_DOUBLE_EQ(v, 1.0 / 255.0);
 }
 
 class ParsingAColourMessage : public ::testing::Test {

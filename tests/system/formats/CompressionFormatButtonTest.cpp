@@ -31,11 +31,6 @@ protected:
     UiHarness ui;
 };
 
-TEST_F(CompressionFormatButtonTest, AnEmptyButtonAnswersNoFormat)
-{
-    EXPECT_EQ(make()->getCompressionFormat(), CompressionFormat());
-}
-
 TEST_F(CompressionFormatButtonTest, AFileTypeWithNoCompressionEmptiesAndDisablesTheButton)
 {
     auto* button = make();

@@ -2,7 +2,6 @@
 #include "FormatsTestSupport.h"
 
 #include "formats/FrameRateButton.h"
-#include "toolkit/support/Resources.h"
 
 using namespace formatstest;
 using Cv::FrameRate;
@@ -52,5 +51,4 @@ TEST_F(FrameRateButtonTest, TheListlessButtonOffersTheProjectRates)
     auto* button = new FrameRateButton(300, 0);
     ui.owner().addChild(button, Glob::BottomLeft(20, 500));
     EXPECT_EQ(button->getBtn()->numEntries(), Cv::getFrameRates(Cv::FrameRateGroup::ProjectRates).size());
-    EXPECT_EQ(button->getTitle().getString(), resourceStrW(FrameRateButton::titleResource));
 }

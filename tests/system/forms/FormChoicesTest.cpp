@@ -144,6 +144,4 @@ TEST(TitleButton, ItsButtonsMessageReachesTheOwnerFromTheTitleButton)
     ui.click(titled->getBtn());
     EXPECT_EQ(ui.owner().last(), Button::clickMsg);
     EXPECT_EQ(ui.owner().lastSender(), titled);
-    EXPECT_EQ(titled->getBtn()->getX(), 80);
-    EXPECT_EQ(titled->idstring(), "TitleButton");
 }
