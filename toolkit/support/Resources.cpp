@@ -1,5 +1,7 @@
 #include "toolkit/support/Resources.h"
 
+#include "toolkit/support/ContentLines.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -110,26 +112,19 @@ void StringTable::parse(std::string_view bytes)
     m_malformed.clear();
     m_duplicates.clear();
     std::string text;
-    for (size_t lineNumber = 1; !bytes.empty(); ++lineNumber) {
-        const size_t end = bytes.find('\n');
-        std::string_view line = bytes.substr(0, end);
-        bytes.remove_prefix(end == std::string_view::npos ? bytes.size() : end + 1);
-        if (!line.empty() && line.back() == '\r')
-            line.remove_suffix(1);
-        if (line.empty() || line.front() == '#')
-            continue;
-
+    forEachContentLine(bytes, [&](std::string_view line, size_t lineNumber) {
         const size_t tab = line.find('\t');
         int id = 0;
         if (tab == std::string_view::npos || !parseId(line.substr(0, tab), id) || id == ResId::none
             || !unescape(line.substr(tab + 1), text)) {
             m_malformed.push_back(lineNumber);
-            continue;
+            return true;
         }
         const auto [it, inserted] = m_texts.insert_or_assign(id, fromUTF8(text));
         if (!inserted)
             m_duplicates.push_back(id);
-    }
+        return true;
+    });
 }
 
 const LightweightString<wchar_t>* StringTable::find(int id) const

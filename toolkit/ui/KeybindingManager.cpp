@@ -1,5 +1,6 @@
 #include "toolkit/ui/KeybindingManager.h"
 
+#include "toolkit/support/ContentLines.h"
 #include "toolkit/support/Preferences.h"
 #include "toolkit/ui/Event.h"
 
@@ -218,22 +219,18 @@ std::optional<KeybindingManager::Bindings> KeybindingManager::parse(std::string_
 {
     Bindings bindings = defaults();
     std::set<std::string, std::less<>> named;
-    while (!bytes.empty()) {
-        const size_t end = bytes.find('\n');
-        std::string_view line = bytes.substr(0, end);
-        bytes.remove_prefix(end == std::string_view::npos ? bytes.size() : end + 1);
-        if (!line.empty() && line.back() == '\r')
-            line.remove_suffix(1);
-        if (line.empty() || line.front() == '#')
-            continue;
+    const bool wellFormed = forEachContentLine(bytes, [&](std::string_view line, size_t) {
         const size_t tab = line.find('\t');
         if (tab == 0 || tab == std::string_view::npos)
-            return std::nullopt;
+            return false;
         const std::string_view command = line.substr(0, tab);
         const auto keys = keysFromList(line.substr(tab + 1));
         if (!keys || !named.emplace(command).second)
-            return std::nullopt;
+            return false;
         bindings[std::string(command)] = *keys;
-    }
+        return true;
+    });
+    if (!wellFormed)
+        return std::nullopt;
     return bindings;
 }
