@@ -1,36 +1,23 @@
 #include "toolkit/media/AudioOutput.h"
 
-#include <mutex>
+#include "toolkit/media/detail/PluggedFactory.h"
 
 namespace {
 
-struct FactoryHolder {
-    std::mutex mutex;
-    AudioOutput::Factory factory;
-};
-
-FactoryHolder& holder()
+PluggedFactory<AudioOutput>& plugged()
 {
-    static FactoryHolder h;
-    return h;
+    static PluggedFactory<AudioOutput> factory;
+    return factory;
 }
 
 } // namespace
 
 void AudioOutput::setFactory(Factory factory)
 {
-    FactoryHolder& h = holder();
-    const std::scoped_lock lock(h.mutex);
-    h.factory = std::move(factory);
+    plugged().set(std::move(factory));
 }
 
 std::unique_ptr<AudioOutput> AudioOutput::create()
 {
-    Factory factory;
-    {
-        FactoryHolder& h = holder();
-        const std::scoped_lock lock(h.mutex);
-        factory = h.factory;
-    }
-    return factory ? factory() : nullptr;
+    return plugged().create();
 }

@@ -1,18 +1,13 @@
 #include "toolkit/media/VideoFrameSink.h"
 
-#include <mutex>
+#include "toolkit/media/detail/PluggedFactory.h"
 
 namespace {
 
-struct FactoryHolder {
-    std::mutex mutex;
-    VideoFrameSink::Factory factory;
-};
-
-FactoryHolder& holder()
+PluggedFactory<VideoFrameSink>& plugged()
 {
-    static FactoryHolder h;
-    return h;
+    static PluggedFactory<VideoFrameSink> factory;
+    return factory;
 }
 
 } // namespace
@@ -32,18 +27,10 @@ VideoFrame VideoFrame::scaledTo(uint32_t w, uint32_t h) const
 
 void VideoFrameSink::setFactory(Factory factory)
 {
-    FactoryHolder& h = holder();
-    const std::scoped_lock lock(h.mutex);
-    h.factory = std::move(factory);
+    plugged().set(std::move(factory));
 }
 
 std::unique_ptr<VideoFrameSink> VideoFrameSink::create()
 {
-    Factory factory;
-    {
-        FactoryHolder& h = holder();
-        const std::scoped_lock lock(h.mutex);
-        factory = h.factory;
-    }
-    return factory ? factory() : nullptr;
+    return plugged().create();
 }
