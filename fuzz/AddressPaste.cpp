@@ -4,27 +4,18 @@
 // digits, within the box's length, in the box pasted into.
 //
 // Input: the first byte chooses the box; the rest is the clipboard text in UTF-8.
+#include "FuzzChecks.h"
 #include "entry/IPAddressEntryBox.h"
 #include "toolkit/support/IPAddress.h"
 #include "toolkit/testing/UiHarness.h"
 #include "toolkit/widgets/CustomTextBox.h"
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <cwctype>
 #include <string>
 #include <string_view>
 
 namespace {
-
-void check(bool condition, const char* what)
-{
-    if (!condition) {
-        std::fprintf(stderr, "AddressPaste: %s\n", what);
-        std::abort();
-    }
-}
 
 UiHarness& harness()
 {

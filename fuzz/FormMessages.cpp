@@ -4,6 +4,7 @@
 //
 // Input: messages separated by 0 bytes; each message's first byte chooses the receiver (the form, or one of
 // its elements), the rest is the message text.
+#include "FuzzChecks.h"
 #include "forms/fo_bool.h"
 #include "forms/fo_choic.h"
 #include "forms/fo_entry.h"
@@ -12,21 +13,11 @@
 #include "toolkit/ui/GlobManager.h"
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace {
-
-void check(bool condition, const char* what)
-{
-    if (!condition) {
-        std::fprintf(stderr, "FormMessages: %s\n", what);
-        std::abort();
-    }
-}
 
 UiHarness& harness()
 {

@@ -1,24 +1,15 @@
 // Arbitrary bytes as markup for the text renderer. Whatever comes in must read into a tidy document: no empty
 // text runs, no break at the end (nor a paragraph break at the start), no doubled spaces, no text or link on a
 // break, and no more characters than the input had. Laying the document out at a few widths loses no character.
+#include "FuzzChecks.h"
 #include "toolkit/support/LightweightString.h"
 #include "toolkit/widgets/HTMLRenderer.h"
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
 namespace {
-
-void check(bool condition, const char* what)
-{
-    if (!condition) {
-        std::fprintf(stderr, "HtmlParse: %s\n", what);
-        std::abort();
-    }
-}
 
 std::wstring withoutSpaces(std::wstring_view text)
 {

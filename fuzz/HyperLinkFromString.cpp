@@ -1,23 +1,14 @@
 // Arbitrary bytes as the stored form of a link row. Whatever link the text gives must be written back as one
 // line that reads as the same link. And links built from arbitrary fields (the bytes split at zero bytes: the
 // first field the description, the rest targets) must come back exactly, whatever characters they hold.
+#include "FuzzChecks.h"
 #include "logging/LoggerBase.h"
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string_view>
 #include <vector>
 
 namespace {
-
-void check(bool condition, const char* what)
-{
-    if (!condition) {
-        std::fprintf(stderr, "HyperLinkFromString: %s\n", what);
-        std::abort();
-    }
-}
 
 void checkRoundTrip(const LoggerBase::HyperLink& link)
 {

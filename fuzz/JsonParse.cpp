@@ -1,22 +1,13 @@
 // Arbitrary bytes as a JSON document. Whatever parses must be a tree that can be walked whole, written back
 // with the builder (pretty and compact) and read again into the same members, values and order.
+#include "FuzzChecks.h"
 #include "toolkit/support/JSON.h"
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
 namespace {
-
-void check(bool condition, const char* what)
-{
-    if (!condition) {
-        std::fprintf(stderr, "JsonParse: %s\n", what);
-        std::abort();
-    }
-}
 
 // Writes the members of element into the builder's open container, class by class in stored order.
 void rebuild(const JSON::Element& element, JSON::Builder& builder)

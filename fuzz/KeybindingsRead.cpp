@@ -1,46 +1,14 @@
 // Arbitrary bytes as a key-binding file. Reading must never fail: a bad file gives exactly the defaults, a
 // good one keeps every default it does not name, every key read shows as a text that reads back as the same
 // key, and the bindings written out again read back the same, through the real file as well.
+#include "FuzzChecks.h"
 #include "toolkit/ui/KeybindingManager.h"
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <string>
-#include <unistd.h>
 
 namespace {
-
-struct ScratchFolder {
-    ScratchFolder()
-        : folder(std::filesystem::temp_directory_path() / ("tessel-fuzz-keybindings-" + std::to_string(::getpid())))
-    {
-        std::filesystem::create_directories(folder);
-    }
-    ~ScratchFolder()
-    {
-        std::error_code error;
-        std::filesystem::remove_all(folder, error);
-    }
-    std::filesystem::path folder;
-};
-
-const std::string& scratchFile()
-{
-    static const ScratchFolder scratch;
-    static const std::string path = (scratch.folder / "keybindings").string();
-    return path;
-}
-
-void check(bool condition, const char* what)
-{
-    if (!condition) {
-        std::fprintf(stderr, "KeybindingsRead: %s\n", what);
-        std::abort();
-    }
-}
 
 std::string serialise(const KeybindingManager::Bindings& bindings)
 {
@@ -61,7 +29,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
     const auto parsed = KeybindingManager::parse(bytes);
 
-    const std::string& path = scratchFile();
+    const std::string& path = scratchFile("keybindings");
     {
         std::ofstream out(path, std::ios::binary | std::ios::trunc);
         out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));

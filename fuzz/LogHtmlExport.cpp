@@ -2,24 +2,15 @@
 // first byte picks its kind (0 to 11), the rest is its text. The page must hold exactly the text that was
 // logged: with the export's own tags taken out and the entities read back, it must equal what the kinds say
 // is exported, and no '<' or '&' of the logged text may survive unescaped.
+#include "FuzzChecks.h"
 #include "logging/Logger.h"
 #include "toolkit/support/TaskLog.h"
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
 namespace {
-
-void check(bool condition, const char* what)
-{
-    if (!condition) {
-        std::fprintf(stderr, "LogHtmlExport: %s\n", what);
-        std::abort();
-    }
-}
 
 // What the page shows of a text: control characters other than tab, line feed and return cannot appear.
 std::string visible(std::string_view text)

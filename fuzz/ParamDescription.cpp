@@ -1,6 +1,7 @@
 // Arbitrary bytes as a parameter description. Every entry must read into a parameter of the kind its "type"
 // names, or into none; an applying range must hold the value; and saving then restoring the parameters must
 // leave every value as it was.
+#include "FuzzChecks.h"
 #include "parampanels/detail/Conditions.h"
 #include "parampanels/detail/DescriptionReader.h"
 #include "parampanels/UIBuilderParams.h"
@@ -8,21 +9,11 @@
 #include "toolkit/support/JSON.h"
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <map>
 #include <string_view>
 #include <vector>
 
 namespace {
-
-void check(bool condition, const char* what)
-{
-    if (!condition) {
-        std::fprintf(stderr, "ParamDescription: %s\n", what);
-        std::abort();
-    }
-}
 
 template <typename P>
 void checkRange(const P& param)

@@ -1,53 +1,16 @@
 // Arbitrary bytes as a preferences file: reading must keep its promises whatever the file holds. Every key is
 // read back through each typed getter, everything is written back through the real atomic write, and a
 // fresh reader must then see exactly what the first one held.
+#include "FuzzChecks.h"
 #include "toolkit/support/Preferences.h"
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <string>
-#include <unistd.h>
-
-namespace {
-
-// One folder per run, removed when the run ends.
-struct ScratchFolder {
-    ScratchFolder()
-        : folder(std::filesystem::temp_directory_path() / ("tessel-fuzz-preferences-" + std::to_string(::getpid())))
-    {
-        std::filesystem::create_directories(folder);
-    }
-    ~ScratchFolder()
-    {
-        std::error_code error;
-        std::filesystem::remove_all(folder, error);
-    }
-    std::filesystem::path folder;
-};
-
-const std::string& scratchFile()
-{
-    static const ScratchFolder scratch;
-    static const std::string path = (scratch.folder / "preferences").string();
-    return path;
-}
-
-void check(bool condition, const char* what)
-{
-    if (!condition) {
-        std::fprintf(stderr, "PreferencesRead: %s\n", what);
-        std::abort();
-    }
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    const std::string& path = scratchFile();
+    const std::string& path = scratchFile("preferences");
     {
         std::ofstream out(path, std::ios::binary | std::ios::trunc);
         out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));

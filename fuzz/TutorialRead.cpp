@@ -1,25 +1,17 @@
 // Arbitrary bytes as a tutorial document. Whatever parses must read into some tutorial, write out as a
 // document that parses again, and be settled by then: reading and writing that document once more must give
 // the same bytes (so a tutorial does not drift each time it is opened and saved). A copy writes the same.
+#include "FuzzChecks.h"
 #include "tutorials/Tutorial.h"
 
 #include "toolkit/support/JSON.h"
 
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
 namespace {
-
-void check(bool condition, const char* what)
-{
-    if (!condition) {
-        std::fprintf(stderr, "TutorialRead: %s\n", what);
-        std::abort();
-    }
-}
 
 bool readInto(Tutorial& tutorial, const Cv::Ptr<JSON::Element>& root)
 {

@@ -2,6 +2,7 @@
 // Whatever the text, building must not crash; every entry of the description must make exactly one row; every
 // parameter must be reachable by name unless an earlier one took the name; saving then restoring must leave
 // every value as it was; and the panel must go without leaving anything behind.
+#include "FuzzChecks.h"
 #include "parampanels/UIBuilderParams.h"
 #include "toolkit/support/Configb.h"
 #include "toolkit/support/JSON.h"
@@ -12,21 +13,11 @@
 #include "toolkit/ui/UifStd.h"
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <map>
 #include <string_view>
 #include <vector>
 
 namespace {
-
-void check(bool condition, const char* what)
-{
-    if (!condition) {
-        std::fprintf(stderr, "UIBuilderBuild: %s\n", what);
-        std::abort();
-    }
-}
 
 Screen& screen()
 {
