@@ -2,6 +2,7 @@
 // a menu or a saved setting), a file extension (from a file name), a mount table (from the kernel, with
 // escapes) and a custom raster's saved parameters. Each lookup either finds an entry whose own text leads
 // back to it, or answers its defined "nothing" value.
+#include "FuzzChecks.h"
 #include "toolkit/media/CvExport.h"
 #include "toolkit/media/DigitalVideoFormats.h"
 #include "toolkit/media/DiskManager.h"
@@ -12,16 +13,6 @@
 #include <string>
 #include <string_view>
 
-namespace {
-
-void check(bool condition)
-{
-    if (!condition)
-        __builtin_trap();
-}
-
-} // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
@@ -29,21 +20,22 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 
     const Cv::FrameRate rate = Cv::getFrameRateFromDisplayString(text);
     if (rate != Cv::FrameRate::Unknown)
-        check(Cv::getDisplayString(rate) == text);
+        check(Cv::getDisplayString(rate) == text, "a frame rate found shows another text");
 
     const LightweightString<char> id = CvExport::getFormatIDForExtension(text);
     if (!id.empty()) {
         const LightweightString<wchar_t> extension = CvExport::getExtensionForFormatID(id);
-        check(!extension.empty());
-        check(CvExport::getFormatIDForExtension(extension) == id);
+        check(!extension.empty(), "a format found has no extension");
+        check(CvExport::getFormatIDForExtension(extension) == id, "an extension leads to another format");
     }
     // The bytes as a format ID: a known one has an extension that leads back to it.
     const LightweightString<char> asID(bytes);
     if (const LightweightString<wchar_t> extension = CvExport::getExtensionForFormatID(asID); !extension.empty())
-        check(CvExport::getFormatIDForExtension(extension) == asID);
+        check(CvExport::getFormatIDForExtension(extension) == asID, "a format's own extension leads elsewhere");
 
     for (const DiskManager::MountEntry& entry : DiskManager::parseMountTable(bytes))
-        check(!entry.device.empty() && !entry.mountPoint.empty() && !entry.fileSystem.empty());
+        check(!entry.device.empty() && !entry.mountPoint.empty() && !entry.fileSystem.empty(),
+              "a mount entry has an empty field");
 
     // The same bytes as a custom raster's saved width; whatever they say, the raster stays within range.
     Cv::DigitalVideoFormats::ScopedCatalogue scratch({});
@@ -51,6 +43,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     saved.set("width", bytes);
     saved.set("name", bytes);
     const auto raster = Cv::DigitalVideoFormats::findByUID(Cv::DigitalVideoFormats::DigitalVideoFormatInfo::setParams(saved));
-    check(raster.isValid() && raster.getWidth() >= 16 && raster.getWidth() <= 16384 && !raster.getName().empty());
+    check(raster.isValid() && raster.getWidth() >= 16 && raster.getWidth() <= 16384 && !raster.getName().empty(),
+          "a custom raster read is unusable");
     return 0;
 }

@@ -1,5 +1,6 @@
 // Arbitrary bytes as the settings of a widget made by type name ("key=value" lines): every typed reader must
 // answer a value that keeps its rule or nothing, and every widget's InitArgs must be made from them.
+#include "FuzzChecks.h"
 #include "toolkit/support/SettingsReader.h"
 #include "toolkit/ui/GlobCreationInfo.h"
 #include "toolkit/widgets/Checkbox.h"
@@ -18,26 +19,20 @@
 
 namespace {
 
-void check(bool promise)
-{
-    if (!promise)
-        __builtin_trap();
-}
-
 void readEveryWay(const SettingsReader& reader, std::string_view key)
 {
     const auto integer = reader.integer(key);
     const auto number = reader.number(key);
     // Every integer text is also a number text, and reads as the same value.
     if (integer) {
-        check(number.has_value());
-        check(*number == static_cast<double>(*integer));
+        check(number.has_value(), "a whole number does not read as a number");
+        check(*number == static_cast<double>(*integer), "a whole number reads as another number");
     }
     if (number)
-        check(std::isfinite(*number));
+        check(std::isfinite(*number), "a number read is not finite");
     if (const auto items = reader.list(key))
         for (const auto& item : *items)
-            check(!item.empty());
+            check(!item.empty(), "a list holds an empty item");
     reader.boolean(key);
     reader.text(key);
 }
@@ -69,7 +64,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const TextLabel::InitArgs label(info);
     const TitleMenuButton::InitArgs titleMenu(info);
     const TitleTextBox::InitArgs titleText(info);
-    check(titleText.entryWidth <= info.width);
-    check(numberBox.maxLength >= 0);
+    check(titleText.entryWidth <= info.width, "a text box is wider than its row");
+    check(numberBox.maxLength >= 0, "a number box allows a negative length");
     return 0;
 }
