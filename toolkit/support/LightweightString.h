@@ -2,8 +2,9 @@
 // LightweightString: immutable-by-default text that shares its buffer between copies (copy-on-write),
 // so that passing text around costs one atomic increment. Narrow text is UTF-8; wide text is UTF-32.
 
+#include "toolkit/support/CopyOnWrite.h"
+
 #include <algorithm>
-#include <atomic>
 #include <compare>
 #include <cstddef>
 #include <cstdint>
@@ -24,33 +25,24 @@ public:
     LightweightString() noexcept = default;
     LightweightString(const CharT* text) : LightweightString(text ? View(text) : View()) {}
     LightweightString(const CharT* text, size_t length) : LightweightString(View(text, length)) {}
-    LightweightString(View text) : m_rep(text.empty() ? nullptr : new Rep{StdString(text)}) {}
+    LightweightString(View text) : m_text(text.empty() ? Shared() : Shared(StdString(text))) {}
     LightweightString(const StdString& text) : LightweightString(View(text)) {}
-    LightweightString(StdString&& text) : m_rep(text.empty() ? nullptr : new Rep{std::move(text)}) {}
+    LightweightString(StdString&& text) : m_text(text.empty() ? Shared() : Shared(std::move(text))) {}
     LightweightString(size_t count, CharT c) : LightweightString(StdString(count, c)) {}
     template <typename It>
     LightweightString(It first, It last) : LightweightString(StdString(first, last)) {}
 
-    LightweightString(const LightweightString& other) noexcept : m_rep(other.m_rep) { acquire(); }
-    LightweightString(LightweightString&& other) noexcept : m_rep(std::exchange(other.m_rep, nullptr)) {}
-    ~LightweightString() { release(); }
-    LightweightString& operator=(LightweightString other) noexcept
-    {
-        std::swap(m_rep, other.m_rep);
-        return *this;
-    }
-
-    const CharT* c_str() const noexcept { return m_rep ? m_rep->text.c_str() : emptyText(); }
+    const CharT* c_str() const noexcept { return m_text.get() ? m_text.get()->c_str() : emptyText(); }
     const CharT* data() const noexcept { return c_str(); }
-    size_t size() const noexcept { return m_rep ? m_rep->text.size() : 0; }
+    size_t size() const noexcept { return m_text.get() ? m_text.get()->size() : 0; }
     size_t length() const noexcept { return size(); }
     bool empty() const noexcept { return size() == 0; }
-    View view() const noexcept { return m_rep ? View(m_rep->text) : View(); }
+    View view() const noexcept { return m_text.get() ? View(*m_text.get()) : View(); }
     operator View() const noexcept { return view(); }
     StdString str() const { return StdString(view()); }
-    CharT operator[](size_t i) const noexcept { return m_rep->text[i]; }
-    CharT front() const noexcept { return m_rep->text.front(); }
-    CharT back() const noexcept { return m_rep->text.back(); }
+    CharT operator[](size_t i) const noexcept { return (*m_text.get())[i]; }
+    CharT front() const noexcept { return m_text.get()->front(); }
+    CharT back() const noexcept { return m_text.get()->back(); }
     const_iterator begin() const noexcept { return view().begin(); }
     const_iterator end() const noexcept { return view().end(); }
 
@@ -109,7 +101,7 @@ public:
         if (count != size())
             mutableText().resize(count, fill);
     }
-    void clear() noexcept { release(); }
+    void clear() noexcept { m_text.reset(); }
 
     friend LightweightString operator+(LightweightString a, View b) { return std::move(a.append(b)); }
     friend LightweightString operator+(LightweightString a, const LightweightString& b) { return std::move(a.append(b.view())); }
@@ -117,7 +109,7 @@ public:
     friend LightweightString operator+(LightweightString a, CharT b) { return std::move(a.push_back(b)); }
     friend LightweightString operator+(const CharT* a, const LightweightString& b) { return LightweightString(a).append(b.view()); }
 
-    friend bool operator==(const LightweightString& a, const LightweightString& b) noexcept { return a.m_rep == b.m_rep || a.view() == b.view(); }
+    friend bool operator==(const LightweightString& a, const LightweightString& b) noexcept { return a.m_text.sharesWith(b.m_text) || a.view() == b.view(); }
     friend bool operator==(const LightweightString& a, View b) noexcept { return a.view() == b; }
     friend bool operator==(const LightweightString& a, const CharT* b) noexcept { return a.view() == (b ? View(b) : View()); }
     friend bool operator==(const LightweightString& a, const StdString& b) noexcept { return a.view() == View(b); }
@@ -126,40 +118,16 @@ public:
     friend std::strong_ordering operator<=>(const LightweightString& a, const StdString& b) noexcept { return a.view() <=> View(b); }
 
 private:
-    struct Rep {
-        StdString text;
-        std::atomic<uint32_t> refs{1};
-    };
+    using Shared = CopyOnWrite<StdString>;
 
     static const CharT* emptyText() noexcept
     {
         static constexpr CharT empty[1] = {};
         return empty;
     }
-    void acquire() const noexcept
-    {
-        if (m_rep)
-            m_rep->refs.fetch_add(1, std::memory_order_relaxed);
-    }
-    void release() noexcept
-    {
-        if (m_rep && m_rep->refs.fetch_sub(1, std::memory_order_acq_rel) == 1)
-            delete m_rep;
-        m_rep = nullptr;
-    }
-    StdString& mutableText()
-    {
-        if (!m_rep)
-            m_rep = new Rep{};
-        else if (m_rep->refs.load(std::memory_order_acquire) != 1) {
-            Rep* copy = new Rep{m_rep->text};
-            release();
-            m_rep = copy;
-        }
-        return m_rep->text;
-    }
+    StdString& mutableText() { return m_text.mutableValue(); }
 
-    Rep* m_rep = nullptr;
+    Shared m_text;
 };
 
 template <typename CharT>

@@ -10,8 +10,9 @@
 // Vector<T> and VectorExt<T>: ordinary owned sequences over std::vector with the helpers callers keep
 // rewriting. Sizes and indices are unsigned 32-bit, the width the widget code uses for counts.
 
+#include "toolkit/support/CopyOnWrite.h"
+
 #include <algorithm>
-#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
@@ -28,26 +29,18 @@ public:
     LightweightVector() noexcept = default;
     LightweightVector(std::initializer_list<T> items) : LightweightVector(std::vector<T>(items)) {}
     explicit LightweightVector(std::vector<T> items)
-        : m_rep(items.empty() ? nullptr : new Rep{std::move(items)})
+        : m_items(items.empty() ? Shared() : Shared(std::move(items)))
     {
-    }
-    LightweightVector(const LightweightVector& other) noexcept : m_rep(other.m_rep) { acquire(); }
-    LightweightVector(LightweightVector&& other) noexcept : m_rep(std::exchange(other.m_rep, nullptr)) {}
-    ~LightweightVector() { release(); }
-    LightweightVector& operator=(LightweightVector other) noexcept
-    {
-        std::swap(m_rep, other.m_rep);
-        return *this;
     }
 
-    unsigned size() const noexcept { return m_rep ? static_cast<unsigned>(m_rep->items.size()) : 0u; }
+    unsigned size() const noexcept { return static_cast<unsigned>(items().size()); }
     bool empty() const noexcept { return size() == 0; }
-    const T& operator[](unsigned i) const noexcept { return m_rep->items[i]; }
-    const T& front() const noexcept { return m_rep->items.front(); }
-    const T& back() const noexcept { return m_rep->items.back(); }
+    const T& operator[](unsigned i) const noexcept { return items()[i]; }
+    const T& front() const noexcept { return items().front(); }
+    const T& back() const noexcept { return items().back(); }
     const_iterator begin() const noexcept { return items().begin(); }
     const_iterator end() const noexcept { return items().end(); }
-    const std::vector<T>& items() const noexcept { return m_rep ? m_rep->items : emptyItems(); }
+    const std::vector<T>& items() const noexcept { return m_items.get() ? *m_items.get() : emptyItems(); }
 
     bool contains(const T& value) const { return indexOf(value) != npos; }
     unsigned indexOf(const T& value) const
@@ -81,52 +74,28 @@ public:
         removeAt(i);
         return i != npos;
     }
-    void clear() noexcept { release(); }
+    void clear() noexcept { m_items.reset(); }
     void reserve(unsigned count) { mutableItems().reserve(count); }
 
     // True when both share one buffer: copying did not allocate.
-    bool sharesWith(const LightweightVector& other) const noexcept { return m_rep == other.m_rep; }
+    bool sharesWith(const LightweightVector& other) const noexcept { return m_items.sharesWith(other.m_items); }
 
     friend bool operator==(const LightweightVector& a, const LightweightVector& b)
     {
-        return a.m_rep == b.m_rep || a.items() == b.items();
+        return a.m_items.sharesWith(b.m_items) || a.items() == b.items();
     }
 
 private:
-    struct Rep {
-        std::vector<T> items;
-        std::atomic<uint32_t> refs{1};
-    };
+    using Shared = CopyOnWrite<std::vector<T>>;
 
     static const std::vector<T>& emptyItems() noexcept
     {
         static const std::vector<T> none;
         return none;
     }
-    void acquire() const noexcept
-    {
-        if (m_rep)
-            m_rep->refs.fetch_add(1, std::memory_order_relaxed);
-    }
-    void release() noexcept
-    {
-        if (m_rep && m_rep->refs.fetch_sub(1, std::memory_order_acq_rel) == 1)
-            delete m_rep;
-        m_rep = nullptr;
-    }
-    std::vector<T>& mutableItems()
-    {
-        if (!m_rep)
-            m_rep = new Rep{};
-        else if (m_rep->refs.load(std::memory_order_acquire) != 1) {
-            Rep* copy = new Rep{m_rep->items};
-            release();
-            m_rep = copy;
-        }
-        return m_rep->items;
-    }
+    std::vector<T>& mutableItems() { return m_items.mutableValue(); }
 
-    Rep* m_rep = nullptr;
+    Shared m_items;
 };
 
 template <typename T>
