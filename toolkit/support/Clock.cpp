@@ -41,7 +41,11 @@ namespace Cv {
 TestClock::TestClock()
     : m_wasManual(g_manual.load(std::memory_order_acquire))
 {
-    g_manualReading.store(service_get_msecs_precise(), std::memory_order_release);
+    // Taken over from real time, the reading starts on a whole millisecond, so that differences the code takes
+    // come out exact: a test that advances 30,000 ms sees exactly 30,000 elapsed, never a hair less that a
+    // truncation turns into a second less. A nested test clock keeps the outer one's reading as it is.
+    const double now = service_get_msecs_precise();
+    g_manualReading.store(m_wasManual ? now : std::floor(now), std::memory_order_release);
     g_manual.store(true, std::memory_order_release);
 }
 

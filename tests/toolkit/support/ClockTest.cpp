@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 TEST(Clock, TestClockStandsStillUntilMoved)
 {
     Cv::TestClock clock;
@@ -14,6 +16,15 @@ TEST(Clock, TestClockStandsStillUntilMoved)
     clock.set(1000.9);
     EXPECT_EQ(service_get_msecs(), 1000); // whole milliseconds round down
     EXPECT_EQ(service_get_ticks(), 1000);
+}
+
+TEST(Clock, TestClockStartsOnAWholeMillisecondSoElapsedTimesAreExact)
+{
+    Cv::TestClock clock;
+    const double start = service_get_msecs_precise();
+    clock.advance(30000.0);
+    EXPECT_EQ(service_get_msecs_precise() - start, 30000.0);
+    EXPECT_EQ(start, std::floor(start));
 }
 
 TEST(Clock, NestedTestClockNeverTurnsTimeBack)
