@@ -92,20 +92,14 @@ IPAddressEntryBox::IPAddressEntryBox(const IPAddressEntryBox& other)
     : EventHandler(other), Cv::InternalRefCount(other), iVirtual(other), iObject(other), StandardPanel(other),
       TabOrderableHost(other)
 {
-    makeBoxes(other.hasPort());
-    for (size_t i = 0; i < m_boxes.size(); ++i)
-        m_boxes[i]->setString(other.m_boxes[i]->getString());
+    makeBoxesLike(other);
 }
 
 IPAddressEntryBox& IPAddressEntryBox::operator=(const IPAddressEntryBox& other)
 {
     if (this != &other) {
         StandardPanel::operator=(other);
-        for (CustomTextBox* box : m_boxes)
-            removeChild(box);
-        makeBoxes(other.hasPort());
-        for (size_t i = 0; i < m_boxes.size(); ++i)
-            m_boxes[i]->setString(other.m_boxes[i]->getString());
+        makeBoxesLike(other);
     }
     return *this;
 }
@@ -133,6 +127,15 @@ uint16_t IPAddressEntryBox::calcWidth(bool withPort)
     if (withPort)
         width += calcBoxWidth(portSizer) + gap();
     return static_cast<uint16_t>(width);
+}
+
+void IPAddressEntryBox::makeBoxesLike(const IPAddressEntryBox& other)
+{
+    for (CustomTextBox* box : m_boxes)
+        removeChild(box);
+    makeBoxes(other.hasPort());
+    for (size_t i = 0; i < m_boxes.size(); ++i)
+        m_boxes[i]->setString(other.m_boxes[i]->getString());
 }
 
 void IPAddressEntryBox::makeBoxes(bool withPort)

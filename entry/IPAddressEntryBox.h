@@ -86,6 +86,8 @@ public:
 
 private:
     void makeBoxes(bool withPort);
+    // Boxes of our own in place of any we had, as many as the other's and holding its texts.
+    void makeBoxesLike(const IPAddressEntryBox& other);
     int indexOf(const Glob* box) const;
 
     std::vector<CustomTextBox*> m_boxes; // children: owned by the tree

@@ -48,14 +48,14 @@ YesNoDialogue::InitArgs::InitArgs(UIString panelTitle, UIString questionText, UI
 }
 
 YesNoDialogue::YesNoDialogue(const InitArgs& args)
-    : StandardPanel(args), m_question(args.question), m_yesText(args.yesText), m_noText(args.noText)
+    : StandardPanel(args), m_words{args.question, args.yesText, args.noText}
 {
     build();
 }
 
 YesNoDialogue::YesNoDialogue(const YesNoDialogue& other)
     : EventHandler(other), Cv::InternalRefCount(other), iVirtual(other), iObject(other), StandardPanel(other),
-      m_question(other.m_question), m_yesText(other.m_yesText), m_noText(other.m_noText)
+      m_words(other.m_words)
 {
     build();
 }
@@ -64,9 +64,7 @@ YesNoDialogue& YesNoDialogue::operator=(const YesNoDialogue& other)
 {
     if (this != &other) {
         StandardPanel::operator=(other);
-        m_question = other.m_question;
-        m_yesText = other.m_yesText;
-        m_noText = other.m_noText;
+        m_words = other.m_words;
         removeAllChildren();
         build();
     }
@@ -83,14 +81,14 @@ LightweightString<char> YesNoDialogue::idstring() const
 void YesNoDialogue::build()
 {
     const int gap = UifStd::getWidgetGap();
-    TextLabel::InitArgs label(m_question, questionWidth, questionHeight(m_question), getPalette());
+    TextLabel::InitArgs label(m_words.question, questionWidth, questionHeight(m_words.question), getPalette());
     label.wordWrap = true;
     label.alignment = TextAlignment(TextAlignment::Left, TextAlignment::Top);
     m_label = addWidget<TextLabel>(label, UserTopLeft(gap, gap));
 
-    Button::InitArgs no(m_noText, buttonWidth(m_noText), 0, getPalette());
+    Button::InitArgs no(m_words.noText, buttonWidth(m_words.noText), 0, getPalette());
     no.message = noPressedMsg;
-    Button::InitArgs yes(m_yesText, buttonWidth(m_yesText), 0, getPalette());
+    Button::InitArgs yes(m_words.yesText, buttonWidth(m_words.yesText), 0, getPalette());
     yes.message = yesPressedMsg;
     // Yes at the right edge, where the eye ends; No just before it.
     const int rowFromBottom = gap;

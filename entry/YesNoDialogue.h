@@ -53,9 +53,14 @@ public:
 private:
     void build();
 
-    UIString m_question;
-    UIString m_yesText;
-    UIString m_noText;
+    // What the panel says: a copy says the same and makes its own label and buttons for it.
+    struct Words {
+        UIString question;
+        UIString yesText;
+        UIString noText;
+    };
+
+    Words m_words;
     TextLabel* m_label = nullptr; // children: owned by the tree
     Button* m_yes = nullptr;
     Button* m_no = nullptr;

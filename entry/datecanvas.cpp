@@ -42,7 +42,7 @@ std::vector<UIString> defaultYears()
 
 } // namespace
 
-datecanvas::datecanvas(const InitArgs& args) : Glob(args), m_years(defaultYears())
+datecanvas::datecanvas(const InitArgs& args) : Glob(args), m_choice{.years = defaultYears()}
 {
     build(args.buttonHeight);
 }
@@ -54,8 +54,7 @@ datecanvas::datecanvas(const Palette& palette, uint16_t width, uint16_t height, 
 
 datecanvas::datecanvas(const datecanvas& other)
     : EventHandler(other), Cv::InternalRefCount(other), iVirtual(other), iObject(other), Glob(other),
-      TabOrderableHost(other), m_years(other.m_years), m_day(other.m_day), m_month(other.m_month),
-      m_year(other.m_year)
+      TabOrderableHost(other), m_choice(other.m_choice)
 {
     build(static_cast<uint16_t>(other.m_dayButton->getHeight()));
 }
@@ -64,11 +63,8 @@ datecanvas& datecanvas::operator=(const datecanvas& other)
 {
     if (this != &other) {
         Glob::operator=(other);
-        m_years = other.m_years;
-        m_day = other.m_day;
-        m_month = other.m_month;
-        m_year = other.m_year;
-        m_yearButton->setStrings(m_years, MenuItemIndex(m_year));
+        m_choice = other.m_choice;
+        m_yearButton->setStrings(m_choice.years, MenuItemIndex(m_choice.year));
         validateDays();
         showIndexes();
     }
@@ -94,8 +90,8 @@ void datecanvas::build(uint16_t buttonHeight)
     m_dayCount = 31;
     m_monthButton = addWidget<DropDownMenuButton>(
         DropDownMenuButton::InitArgs(monthLabels(), MenuItemIndex(0), 0, h, pal), BottomLeft(0, 0));
-    m_yearButton = addWidget<DropDownMenuButton>(DropDownMenuButton::InitArgs(m_years, MenuItemIndex(0), 0, h, pal),
-                                                 BottomLeft(0, 0));
+    m_yearButton = addWidget<DropDownMenuButton>(
+        DropDownMenuButton::InitArgs(m_choice.years, MenuItemIndex(0), 0, h, pal), BottomLeft(0, 0));
     if (getWidth() == 0 || getHeight() == 0) {
         const int fitted = m_dayButton->getWidth() + m_monthButton->getWidth() + m_yearButton->getWidth();
         resize(getWidth() ? getWidth() : fitted, getHeight() ? getHeight() : h);
@@ -106,10 +102,10 @@ void datecanvas::build(uint16_t buttonHeight)
 
 void datecanvas::setYears(std::vector<UIString> years)
 {
-    m_years = std::move(years);
-    if (m_year < 0 || static_cast<size_t>(m_year) >= m_years.size())
-        m_year = 0;
-    m_yearButton->setStrings(m_years, MenuItemIndex(m_year));
+    m_choice.years = std::move(years);
+    if (m_choice.year < 0 || static_cast<size_t>(m_choice.year) >= m_choice.years.size())
+        m_choice.year = 0;
+    m_yearButton->setStrings(m_choice.years, MenuItemIndex(m_choice.year));
     validateDays();
     showIndexes();
 }
@@ -126,20 +122,20 @@ void datecanvas::post_init()
 
 int datecanvas::getYear() const
 {
-    if (m_year < 0 || static_cast<size_t>(m_year) >= m_years.size())
+    if (m_choice.year < 0 || static_cast<size_t>(m_choice.year) >= m_choice.years.size())
         return 0;
-    return std::atoi(toUTF8(m_years[static_cast<size_t>(m_year)].getString().view()).c_str());
+    return std::atoi(toUTF8(m_choice.years[static_cast<size_t>(m_choice.year)].getString().view()).c_str());
 }
 
 void datecanvas::m_set_date(int day, int month, int year)
 {
-    m_day = day - 1;
-    m_month = month - 1;
-    m_year = 0;
+    m_choice.day = day - 1;
+    m_choice.month = month - 1;
+    m_choice.year = 0;
     const LightweightString<wchar_t> wanted(std::to_wstring(year));
-    for (size_t i = 0; i < m_years.size(); ++i) {
-        if (m_years[i].getString() == wanted) {
-            m_year = static_cast<int>(i);
+    for (size_t i = 0; i < m_choice.years.size(); ++i) {
+        if (m_choice.years[i].getString() == wanted) {
+            m_choice.year = static_cast<int>(i);
             break;
         }
     }
@@ -159,8 +155,8 @@ void datecanvas::m_set_date(int64_t timeValue)
 char* datecanvas::m_generate_string(char* buffer) const
 {
     std::tm midnight{};
-    midnight.tm_mday = m_day + 1;
-    midnight.tm_mon = m_month;
+    midnight.tm_mday = m_choice.day + 1;
+    midnight.tm_mon = m_choice.month;
     midnight.tm_year = getYear() - 1900;
     // Let the C library decide whether summer time applies on that day.
     midnight.tm_isdst = -1;
@@ -194,9 +190,9 @@ LightweightString<wchar_t> datecanvas::dayLabel(int day)
 
 void datecanvas::validateDays()
 {
-    const int count = daysInMonth(m_month, getYear());
-    if (m_day > count - 1)
-        m_day = count - 1;
+    const int count = daysInMonth(m_choice.month, getYear());
+    if (m_choice.day > count - 1)
+        m_choice.day = count - 1;
     if (count != m_dayCount) {
         m_dayButton->setStrings(dayLabels(count), MenuItemIndex(0));
         m_dayCount = count;
@@ -206,8 +202,8 @@ void datecanvas::validateDays()
 bool datecanvas::showIndexes()
 {
     bool changed = false;
-    const std::pair<DropDownMenuButton*, int> shown[] = {{m_dayButton, m_day}, {m_monthButton, m_month},
-                                                         {m_yearButton, m_year}};
+    const std::pair<DropDownMenuButton*, int> shown[]
+        = { { m_dayButton, m_choice.day }, { m_monthButton, m_choice.month }, { m_yearButton, m_choice.year } };
     for (const auto& [button, index] : shown) {
         if (button->getSelectedItem() == index)
             continue;
@@ -222,12 +218,12 @@ bool datecanvas::react(const Event& event)
 {
     if (event.isMessage() && event.message == DropDownMenuButton::dropDownMenuButtonMsg) {
         if (event.sender == m_dayButton) {
-            m_day = m_dayButton->getSelectedItem();
+            m_choice.day = m_dayButton->getSelectedItem();
         } else if (event.sender == m_monthButton) {
-            m_month = m_monthButton->getSelectedItem();
+            m_choice.month = m_monthButton->getSelectedItem();
             validateDays();
         } else if (event.sender == m_yearButton) {
-            m_year = m_yearButton->getSelectedItem();
+            m_choice.year = m_yearButton->getSelectedItem();
             validateDays();
         } else {
             return Glob::react(event);

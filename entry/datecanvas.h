@@ -67,9 +67,9 @@ public:
     void m_unmap_date() {}
 
     void setYears(std::vector<UIString> years);
-    int getDayIndex() const { return m_day; }
-    int getMonthIndex() const { return m_month; }
-    int getYearIndex() const { return m_year; }
+    int getDayIndex() const { return m_choice.day; }
+    int getMonthIndex() const { return m_choice.month; }
+    int getYearIndex() const { return m_choice.year; }
     // The number in the chosen year's label; 0 when there is none.
     int getYear() const;
     // Entries in the day menu now.
@@ -98,12 +98,17 @@ private:
     // Sets each button whose selection differs from its index back to the index. Answers whether any changed.
     bool showIndexes();
 
-    std::vector<UIString> m_years;
-    DropDownMenuButton* m_dayButton = nullptr;   // children: owned by the tree
+    // The choice, as indexes into the day, month and year lists: what a copy takes over.
+    struct Choice {
+        std::vector<UIString> years;
+        int day = 0;
+        int month = 0;
+        int year = 0;
+    };
+
+    Choice m_choice;
+    DropDownMenuButton* m_dayButton = nullptr; // children: owned by the tree
     DropDownMenuButton* m_monthButton = nullptr;
     DropDownMenuButton* m_yearButton = nullptr;
-    int m_day = 0;
-    int m_month = 0;
-    int m_year = 0;
     int m_dayCount = 0;
 };

@@ -20,8 +20,7 @@ bool equalsIgnoringCase(std::string_view a, std::string_view b)
 DiskButton::DiskButton(const InitArgs& args)
     : DropDownMenuButton(DropDownMenuButton::InitArgs(std::vector<MenuItem>(), MenuItemIndex(0),
         args.width ? args.width : calcWidth(), args.height, args.palette, args.canvas))
-    , m_showSize(args.showSize)
-    , m_allowAuto(args.allowAuto)
+    , m_listing { .showSize = args.showSize, .allowAuto = args.allowAuto }
 {
     setName(args.name);
     init(DriveId());
@@ -43,31 +42,19 @@ DiskButton::DiskButton(const DiskButton& other)
     , iVirtual(other)
     , iObject(other)
     , DropDownMenuButton(other)
-    , m_driveIds(other.m_driveIds)
-    , m_showSize(other.m_showSize)
-    , m_allowAuto(other.m_allowAuto)
+    , m_listing(other.m_listing)
 {
     listen();
 }
 
-DiskButton::DiskButton(DiskButton&& other)
-    : DiskButton(static_cast<const DiskButton&>(other))
-{
-}
-
-// Each button keeps its own registration with the drive manager.
 DiskButton& DiskButton::operator=(const DiskButton& other)
 {
     if (this != &other) {
         DropDownMenuButton::operator=(other);
-        m_driveIds = other.m_driveIds;
-        m_showSize = other.m_showSize;
-        m_allowAuto = other.m_allowAuto;
+        m_listing = other.m_listing;
     }
     return *this;
 }
-
-DiskButton& DiskButton::operator=(DiskButton&& other) { return *this = static_cast<const DiskButton&>(other); }
 
 DiskButton::~DiskButton()
 {
@@ -103,48 +90,49 @@ void DiskButton::getMenuItems(std::vector<UIString>& items, bool showSize, bool 
 void DiskButton::init(const DriveId& current)
 {
     std::vector<UIString> items;
-    getMenuItems(items, m_showSize, m_allowAuto);
-    m_driveIds.clear();
+    getMenuItems(items, m_listing.showSize, m_listing.allowAuto);
+    m_listing.driveIds.clear();
     for (const MediaDrive& drive : DiskManager::instance().getUserDrives())
-        m_driveIds.push_back(drive.getId());
+        m_listing.driveIds.push_back(drive.getId());
     // The list read above and the drive count may differ if a mount changed in between; the ids follow
     // the labels.
-    m_driveIds.resize(std::min(m_driveIds.size(), items.size() - (m_allowAuto ? 1 : 0)));
+    m_listing.driveIds.resize(std::min(m_listing.driveIds.size(), items.size() - (m_listing.allowAuto ? 1 : 0)));
     size_t position = 0;
-    if (current.isAutomatic() && m_allowAuto)
-        position = m_driveIds.size();
-    else if (const auto found = std::find(m_driveIds.begin(), m_driveIds.end(), current); found != m_driveIds.end())
-        position = static_cast<size_t>(found - m_driveIds.begin());
+    if (current.isAutomatic() && m_listing.allowAuto)
+        position = m_listing.driveIds.size();
+    else if (const auto found = std::find(m_listing.driveIds.begin(), m_listing.driveIds.end(), current);
+             found != m_listing.driveIds.end())
+        position = static_cast<size_t>(found - m_listing.driveIds.begin());
     setStrings(items, MenuItemIndex(position));
 }
 
 DriveId DiskButton::getCurrentDrive() const
 {
     const int selected = getSelectedItem();
-    if (selected >= 0 && static_cast<size_t>(selected) < m_driveIds.size())
-        return m_driveIds[static_cast<size_t>(selected)];
+    if (selected >= 0 && static_cast<size_t>(selected) < m_listing.driveIds.size())
+        return m_listing.driveIds[static_cast<size_t>(selected)];
     return DriveId::automatic();
 }
 
 bool DiskButton::setCurrentDrive(const DriveId& drive)
 {
     if (drive.isAutomatic()) {
-        if (!m_allowAuto)
+        if (!m_listing.allowAuto)
             return false;
-        return setSelectedItem(MenuItemIndex(m_driveIds.size()));
+        return setSelectedItem(MenuItemIndex(m_listing.driveIds.size()));
     }
-    const auto found = std::find(m_driveIds.begin(), m_driveIds.end(), drive);
-    if (found == m_driveIds.end())
+    const auto found = std::find(m_listing.driveIds.begin(), m_listing.driveIds.end(), drive);
+    if (found == m_listing.driveIds.end())
         return false;
-    return setSelectedItem(MenuItemIndex(found - m_driveIds.begin()));
+    return setSelectedItem(MenuItemIndex(found - m_listing.driveIds.begin()));
 }
 
 void DiskButton::setAllowAuto(bool allow)
 {
-    if (allow == m_allowAuto)
+    if (allow == m_listing.allowAuto)
         return;
     const DriveId current = getCurrentDrive();
-    m_allowAuto = allow;
+    m_listing.allowAuto = allow;
     init(current);
 }
 

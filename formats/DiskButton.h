@@ -28,9 +28,13 @@ public:
     DiskButton(uint16_t w, uint16_t h, const Palette& palette = Palette(), Canvas* canvas = nullptr);
     // A copy follows the drive list too.
     DiskButton(const DiskButton& other);
-    DiskButton(DiskButton&& other);
+    DiskButton(DiskButton&& other)
+        : DiskButton(static_cast<const DiskButton&>(other))
+    {
+    }
+    // Each button keeps its own registration with the drive manager.
     DiskButton& operator=(const DiskButton& other);
-    DiskButton& operator=(DiskButton&& other);
+    DiskButton& operator=(DiskButton&& other) { return *this = static_cast<const DiskButton&>(other); }
     ~DiskButton() override;
 
     // One label per user drive ("name||(free space)" with sizes), then the automatic entry when allowed.
@@ -54,9 +58,14 @@ private:
     void init(const DriveId& current);
     void listen();
 
-    std::vector<DriveId> m_driveIds;
-    bool m_showSize = true;
-    bool m_allowAuto = false;
+    // What a copy takes over; its registration with the drive manager is its own, made for it.
+    struct Listing {
+        std::vector<DriveId> driveIds;
+        bool showSize = true;
+        bool allowAuto = false;
+    };
+
+    Listing m_listing;
     Cv::Ptr<Cv::Guard> m_driveWatch;
 };
 

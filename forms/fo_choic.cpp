@@ -164,7 +164,6 @@ fo_gench::fo_gench(const fo_gench& other)
     : EventHandler(other), Cv::InternalRefCount(other), iVirtual(other), iObject(other), fo_choic(other),
       m_menuText(other.m_menuText)
 {
-    // The open menu belongs to the original's form; the copy starts with none.
     makeButton();
 }
 
@@ -204,7 +203,7 @@ void fo_gench::m_set_menu(MenuGlob* menu)
 
 MenuGlob* fo_gench::m_get_menu() const
 {
-    return static_cast<MenuGlob*>(m_menu.get());
+    return static_cast<MenuGlob*>(m_menu->get());
 }
 
 void fo_gench::showChoice(bool redrawNow)
@@ -231,7 +230,7 @@ bool fo_gench::handleMessageEvent(LightweightString<char> name, Glob* sender)
         return true;
     }
     if (name == menuGoneMsg) {
-        m_menu = GlobWatch();
+        m_menu.reset();
         return true;
     }
     if (name == promptMsg)

@@ -15,6 +15,7 @@
 #include "forms/fo_eleme.h"
 
 #include "toolkit/ui/Glob.h"
+#include "toolkit/ui/Transient.h"
 
 #include <vector>
 
@@ -123,5 +124,5 @@ private:
 
     TitleButton* m_button = nullptr; // a child: owned by the tree
     LightweightString<char> m_menuText;
-    GlobWatch m_menu;
+    Transient<GlobWatch> m_menu; // the open menu belongs to the form that popped it up: a copy has none
 };

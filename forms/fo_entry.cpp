@@ -29,28 +29,26 @@ int printedWidth(double value)
 // fo_entry
 
 fo_entry::fo_entry(uint16_t width, uint16_t height, int index, UIString title, int maximumLength, double proportion)
-    : fo_eleme(width, height, fo_entry_element, index, std::move(title), proportion), m_maxLength(maximumLength)
+    : fo_eleme(width, height, fo_entry_element, index, std::move(title), proportion),
+      m_collected{.maxLength = maximumLength}
 {
     makeBox();
 }
 
 fo_entry::fo_entry(const fo_entry& other)
     : EventHandler(other), Cv::InternalRefCount(other), iVirtual(other), iObject(other), fo_eleme(other),
-      m_entry(other.m_entry), m_maxLength(other.m_maxLength), m_unread(other.m_unread)
+      m_collected(other.m_collected)
 {
-    makeBox();
-    m_box->setString(other.m_box->getString());
+    makeBoxLike(other);
 }
 
 fo_entry& fo_entry::operator=(const fo_entry& other)
 {
     if (this != &other) {
         fo_eleme::operator=(other);
-        m_entry = other.m_entry;
-        m_unread = other.m_unread;
-        setMaxLength(other.m_maxLength);
-        m_box->setString(other.m_box->getString());
-        reshape();
+        m_collected = other.m_collected;
+        removeChild(m_box);
+        makeBoxLike(other);
     }
     return *this;
 }
@@ -61,12 +59,18 @@ void fo_entry::makeBox()
 {
     const GlobBox area = controlArea(false);
     m_box = addWidget<TitleTextBox>(
-        TitleTextBox::InitArgs(UIString(), m_entry, static_cast<uint16_t>(area.width()),
+        TitleTextBox::InitArgs(UIString(), m_collected.text, static_cast<uint16_t>(area.width()),
                                static_cast<uint16_t>(area.width()), getHeight(), getPalette().makeChildPalette()),
         Glob::BottomLeft(area.left(), 0));
-    m_box->setMaxLength(m_maxLength);
+    m_box->setMaxLength(m_collected.maxLength);
     m_box->requestCallback(returnPressedMsg, this, TextBoxBase::eReturnPressed);
     m_box->requestCallback(editedMsg, this, TextBoxBase::eChanged);
+}
+
+void fo_entry::makeBoxLike(const fo_entry& other)
+{
+    makeBox();
+    m_box->setString(other.m_box->getString());
 }
 
 LightweightString<char> fo_entry::idstring() const
@@ -76,13 +80,13 @@ LightweightString<char> fo_entry::idstring() const
 
 void fo_entry::setMaxLength(int maximumLength)
 {
-    m_maxLength = maximumLength;
+    m_collected.maxLength = maximumLength;
     m_box->setMaxLength(maximumLength);
 }
 
 void fo_entry::showEntry(const LightweightString<wchar_t>& text)
 {
-    m_entry = text;
+    m_collected.text = text;
     m_box->setString(text);
 }
 
@@ -103,7 +107,7 @@ int fo_entry::m_validate_entry(const LightweightString<wchar_t>&)
 
 void fo_entry::m_collect_entry()
 {
-    m_entry = m_box->getString();
+    m_collected.text = m_box->getString();
 }
 
 void fo_entry::m_gain_focus()
@@ -119,13 +123,13 @@ bool fo_entry::handleMessageEvent(LightweightString<char> name, Glob* sender)
     if (sender == m_box && name == returnPressedMsg) {
         if (!m_take_focus())
             return true;
-        m_unread = false;
+        m_collected.unread = false;
         m_collect_entry();
-        m_relay_msg_to_parent(msgFromUIText(m_entry));
+        m_relay_msg_to_parent(msgFromUIText(m_collected.text));
         return true;
     }
     if (sender == m_box && name == editedMsg) {
-        m_unread = true;
+        m_collected.unread = true;
         m_take_focus();
         return true;
     }

@@ -28,12 +28,12 @@ public:
     ~fo_entry() override;
 
     TitleTextBox* getTextBox() const { return m_box; }
-    int m_get_max_length() const { return m_maxLength; }
+    int m_get_max_length() const { return m_collected.maxLength; }
 
-    LightweightString<wchar_t> m_get_entry() const override { return m_entry; }
+    LightweightString<wchar_t> m_get_entry() const override { return m_collected.text; }
     void m_set_entry(const LightweightString<wchar_t>& text) override;
-    bool m_is_unread() const override { return m_unread; }
-    void m_mark_read() override { m_unread = false; }
+    bool m_is_unread() const override { return m_collected.unread; }
+    void m_mark_read() override { m_collected.unread = false; }
     int m_validate_state() override;
     // Reads the text box into the entry, validating (and correcting) it.
     virtual void m_collect_entry();
@@ -59,11 +59,18 @@ protected:
 
 private:
     void makeBox();
+    // A box of our own showing the text the other's box shows.
+    void makeBoxLike(const fo_entry& other);
+
+    // The entry as collected; a copy takes it over and makes its own box showing the other's text.
+    struct Entry {
+        LightweightString<wchar_t> text;
+        int maxLength = 0;
+        bool unread = false;
+    };
 
     TitleTextBox* m_box = nullptr; // a child: owned by the tree
-    LightweightString<wchar_t> m_entry;
-    int m_maxLength = 0;
-    bool m_unread = false;
+    Entry m_collected;
 };
 
 class fo_path : public fo_entry {

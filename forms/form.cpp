@@ -71,7 +71,7 @@ form::form(uint16_t width, uint16_t height, Glob* client, int borderStyle, const
                                                                                : RaisedBorder;
           return args;
       }()),
-      m_client(client), m_titleProportion(titleProportion)
+      m_setup{GlobWatch(client), titleProportion}
 {
 }
 
@@ -79,26 +79,29 @@ form::form() : form(0, 0, nullptr, RaisedBorder, Palette(), UIString()) {}
 
 form::form(const form& other)
     : EventHandler(other), Cv::InternalRefCount(other), iVirtual(other), iObject(other), StandardPanel(other),
-      m_client(other.m_client), m_titleProportion(other.m_titleProportion)
+      m_setup(other.m_setup)
 {
-    for (const fo_eleme* element : other.m_elements)
-        m_add_element(element->m_clone());
+    cloneElementsOf(other);
 }
 
 form& form::operator=(const form& other)
 {
     if (this != &other) {
         StandardPanel::operator=(other);
-        for (fo_eleme* element : m_elements)
-            removeChild(element);
-        m_elements.clear();
-        m_focus = -1;
-        m_client = other.m_client;
-        m_titleProportion = other.m_titleProportion;
-        for (const fo_eleme* element : other.m_elements)
-            m_add_element(element->m_clone());
+        m_setup = other.m_setup;
+        cloneElementsOf(other);
     }
     return *this;
+}
+
+void form::cloneElementsOf(const form& other)
+{
+    for (fo_eleme* element : m_elements)
+        removeChild(element);
+    m_elements.clear();
+    m_focus = -1;
+    for (const fo_eleme* element : other.m_elements)
+        m_add_element(element->m_clone());
 }
 
 form::~form() = default;
@@ -116,7 +119,7 @@ void form::m_post_init(int flags)
 
 void form::m_set_client(Glob* client)
 {
-    m_client = GlobWatch(client);
+    m_setup.client = GlobWatch(client);
 }
 
 // ---------------------------------------------------------------------------------------------------------
@@ -128,8 +131,8 @@ void form::m_add_element(fo_eleme* element)
         return;
     // Messages carry the index, so it must be the element's place in this form.
     element->m_set_index(m_element_count());
-    if (m_titleProportion > 0.0 && m_titleProportion < 1.0) {
-        element->m_set_title_proportion(m_titleProportion);
+    if (m_setup.titleProportion > 0.0 && m_setup.titleProportion < 1.0) {
+        element->m_set_title_proportion(m_setup.titleProportion);
         element->reshape();
     }
     if (m_elements.empty()) {
@@ -224,7 +227,7 @@ void form::m_send_unread_entry_elements()
     GlobWatch self(this);
     for (size_t i = 0; i < m_elements.size(); ++i) {
         fo_eleme* element = m_elements[i];
-        if (!m_client || !element->m_is_unread())
+        if (!m_setup.client || !element->m_is_unread())
             continue;
         if (auto* entry = dynamic_cast<fo_entry*>(element))
             entry->m_collect_entry();
@@ -233,7 +236,7 @@ void form::m_send_unread_entry_elements()
             continue;
         element->m_mark_read();
         const LightweightString<char> payload = fo_eleme::msgFromUIText(text);
-        if (!sendMsg(m_client.get(), fo_eleme::m_format_msg(clientMsg, element->m_get_index(), payload.view())))
+        if (!sendMsg(m_setup.client.get(), fo_eleme::m_format_msg(clientMsg, element->m_get_index(), payload.view())))
             return;
     }
 }
@@ -307,7 +310,7 @@ void form::relayToClient(const LightweightString<char>& name)
 {
     const LightweightString<char> rest = restAfter(name, fo_eleme::upMsg);
     GlobWatch self(this);
-    if (Glob* client = m_client.get()) {
+    if (Glob* client = m_setup.client.get()) {
         if (!sendMsg(client, LightweightString<char>(clientMsg) + " " + rest.view()))
             return;
     }
@@ -347,7 +350,7 @@ void form::popUpMenu(const LightweightString<char>& name)
 
 void form::menuClosed()
 {
-    Glob* element = m_menuElement.get();
-    m_menuElement = GlobWatch();
+    Glob* element = m_menuElement->get();
+    m_menuElement.reset();
     sendMsg(element, fo_gench::menuGoneMsg);
 }

@@ -23,6 +23,7 @@
 
 #include "toolkit/support/Colour.h"
 #include "toolkit/ui/StandardPanel.h"
+#include "toolkit/ui/Transient.h"
 
 #include <vector>
 
@@ -51,7 +52,7 @@ public:
     // Non-zero flags add the standard title-bar button (the close button).
     void m_post_init(int flags);
     void m_set_client(Glob* client);
-    Glob* m_get_client() const { return m_client.get(); }
+    Glob* m_get_client() const { return m_setup.client.get(); }
 
     // ---- Elements: the form adopts them, in order, each below the one before.
     void m_add_element(fo_eleme* element);
@@ -102,10 +103,17 @@ private:
     void relayToClient(const LightweightString<char>& name);
     void popUpMenu(const LightweightString<char>& name);
     void menuClosed();
+    // Clones of the other's elements in place of ours; no element has the focus.
+    void cloneElementsOf(const form& other);
 
-    GlobWatch m_client;
+    // What a copy takes over besides clones of the elements.
+    struct Setup {
+        GlobWatch client;
+        double titleProportion = -1.0;
+    };
+
+    Setup m_setup;
     std::vector<fo_eleme*> m_elements; // children: owned by the tree
-    GlobWatch m_menuElement;            // the fo_gench whose menu is up
-    double m_titleProportion = -1.0;
+    Transient<GlobWatch> m_menuElement; // the fo_gench whose menu is up
     int m_focus = -1;
 };

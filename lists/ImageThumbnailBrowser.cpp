@@ -214,11 +214,6 @@ ImageThumbnailBrowser::ImageThumbnailBrowser(const ImageThumbnailBrowser& other)
     setFiles(other.m_files);
 }
 
-ImageThumbnailBrowser::ImageThumbnailBrowser(ImageThumbnailBrowser&& other)
-    : ImageThumbnailBrowser(static_cast<const ImageThumbnailBrowser&>(other))
-{
-}
-
 ImageThumbnailBrowser& ImageThumbnailBrowser::operator=(const ImageThumbnailBrowser& other)
 {
     if (this != &other) {
@@ -226,11 +221,6 @@ ImageThumbnailBrowser& ImageThumbnailBrowser::operator=(const ImageThumbnailBrow
         setFiles(other.m_files);
     }
     return *this;
-}
-
-ImageThumbnailBrowser& ImageThumbnailBrowser::operator=(ImageThumbnailBrowser&& other)
-{
-    return *this = static_cast<const ImageThumbnailBrowser&>(other);
 }
 
 ImageThumbnailBrowser::~ImageThumbnailBrowser() = default;

@@ -85,9 +85,15 @@ public:
     ImageThumbnailBrowser(const std::vector<LightweightString<wchar_t>>& files, uint16_t width, uint16_t height,
         uint16_t lineHeight, const Palette& palette = Palette(), Canvas* canvas = nullptr);
     ImageThumbnailBrowser(const ImageThumbnailBrowser& other);
-    ImageThumbnailBrowser(ImageThumbnailBrowser&& other);
+    ImageThumbnailBrowser(ImageThumbnailBrowser&& other)
+        : ImageThumbnailBrowser(static_cast<const ImageThumbnailBrowser&>(other))
+    {
+    }
     ImageThumbnailBrowser& operator=(const ImageThumbnailBrowser& other);
-    ImageThumbnailBrowser& operator=(ImageThumbnailBrowser&& other);
+    ImageThumbnailBrowser& operator=(ImageThumbnailBrowser&& other)
+    {
+        return *this = static_cast<const ImageThumbnailBrowser&>(other);
+    }
     ~ImageThumbnailBrowser() override;
 
     LightweightString<char> idstring() const override;

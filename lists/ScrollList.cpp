@@ -56,10 +56,10 @@ ScrollList::InitArgs::InitArgs(std::vector<LightweightString<wchar_t>> lines, ui
 
 ScrollList::ScrollList(const InitArgs& args)
     : StandardPanel(args)
-    , m_lineHeight(args.lineHeight ? args.lineHeight : static_cast<uint32_t>(UifStd::getButtonHeight()))
-    , m_downBack(args.palette.highlight())
-    , m_downText(args.palette.highlightText())
-    , m_appearance(args.appearance)
+    , m_modes { .lineHeight = args.lineHeight ? args.lineHeight : static_cast<uint32_t>(UifStd::getButtonHeight()),
+        .downBack = args.palette.highlight(),
+        .downText = args.palette.highlightText(),
+        .appearance = args.appearance }
 {
     makeChildren();
     setStrings(args.strings);
@@ -79,53 +79,20 @@ ScrollList::ScrollList(const ScrollList& other)
     , StandardPanel(other)
     , radio_set(other)
     , TabOrderable(other)
-    , m_preferred(other.m_preferred)
-    , m_lineHeight(other.m_lineHeight)
-    , m_downBack(other.m_downBack)
-    , m_downText(other.m_downText)
-    , m_appearance(other.m_appearance)
-    , m_multi(other.m_multi)
-    , m_replaceOnPlainClick(other.m_replaceOnPlainClick)
-    , m_ownerFlag(other.m_ownerFlag)
-    , m_oneAlwaysSelected(other.m_oneAlwaysSelected)
+    , m_modes(other.m_modes)
 {
     makeChildren();
-    std::vector<LightweightString<wchar_t>> texts;
-    texts.reserve(other.m_lines.size());
-    for (const ScrollListItemWidget* line : other.m_lines)
-        texts.push_back(line->getText());
-    setStrings(texts);
-}
-
-ScrollList::ScrollList(ScrollList&& other)
-    : ScrollList(static_cast<const ScrollList&>(other))
-{
+    setStrings(other.lineTexts());
 }
 
 ScrollList& ScrollList::operator=(const ScrollList& other)
 {
-    if (this == &other)
-        return *this;
-    StandardPanel::operator=(other);
-    m_preferred = other.m_preferred;
-    m_lineHeight = other.m_lineHeight;
-    m_downBack = other.m_downBack;
-    m_downText = other.m_downText;
-    m_appearance = other.m_appearance;
-    m_multi = other.m_multi;
-    m_replaceOnPlainClick = other.m_replaceOnPlainClick;
-    m_ownerFlag = other.m_ownerFlag;
-    m_oneAlwaysSelected = other.m_oneAlwaysSelected;
-    std::vector<LightweightString<wchar_t>> texts;
-    for (const ScrollListItemWidget* line : other.m_lines)
-        texts.push_back(line->getText());
-    setStrings(texts);
+    if (this != &other) {
+        StandardPanel::operator=(other);
+        m_modes = other.m_modes;
+        setStrings(other.lineTexts());
+    }
     return *this;
-}
-
-ScrollList& ScrollList::operator=(ScrollList&& other)
-{
-    return *this = static_cast<const ScrollList&>(other);
 }
 
 ScrollList::~ScrollList()
@@ -136,6 +103,15 @@ ScrollList::~ScrollList()
 LightweightString<char> ScrollList::idstring() const
 {
     return "ScrollList";
+}
+
+std::vector<LightweightString<wchar_t>> ScrollList::lineTexts() const
+{
+    std::vector<LightweightString<wchar_t>> texts;
+    texts.reserve(m_lines.size());
+    for (const ScrollListItemWidget* line : m_lines)
+        texts.push_back(line->getText());
+    return texts;
 }
 
 void ScrollList::makeChildren()
@@ -177,17 +153,17 @@ ScrollListItemWidget* ScrollList::makeWidget(int index, const LightweightString<
     uint16_t width, uint16_t lineHeight, Canvas* canvas)
 {
     (void)index;
-    return new ScrollListItemWidget(text, palette, m_appearance, width, lineHeight, canvas);
+    return new ScrollListItemWidget(text, palette, m_modes.appearance, width, lineHeight, canvas);
 }
 
 void ScrollList::addLine(int index, const LightweightString<wchar_t>& text)
 {
     Palette linePalette(getPalette().entry(), getItemColour(index));
     // The down colours live in the palette's highlight roles: a line pays nothing extra for them.
-    linePalette.set(Palette::Highlight, m_downBack);
-    linePalette.set(Palette::HighlightText, m_downText);
+    linePalette.set(Palette::Highlight, m_modes.downBack);
+    linePalette.set(Palette::HighlightText, m_modes.downText);
     ScrollListItemWidget* line = makeWidget(index, text, linePalette, m_view->getWidth(),
-        static_cast<uint16_t>(std::min<uint32_t>(m_lineHeight, 65535)), getCanvas());
+        static_cast<uint16_t>(std::min<uint32_t>(m_modes.lineHeight, 65535)), getCanvas());
     m_lines.push_back(line);
     radio_set::addWidget(line);
 }
@@ -211,10 +187,10 @@ void ScrollList::setStrings(const std::vector<LightweightString<wchar_t>>& strin
         addLine(static_cast<int>(i), strings[i]);
     if (selected >= 0)
         restoreSelection(selectedText);
-    if (m_preferred < 0 || m_preferred >= numItems())
-        m_preferred = 0;
-    if (m_oneAlwaysSelected && !m_lines.empty() && getSelectedItem() < 0)
-        setLineDown(m_preferred, true, false);
+    if (m_modes.preferred < 0 || m_modes.preferred >= numItems())
+        m_modes.preferred = 0;
+    if (m_modes.oneAlwaysSelected && !m_lines.empty() && getSelectedItem() < 0)
+        setLineDown(m_modes.preferred, true, false);
     layoutLines();
     updateThumb();
 }
@@ -239,7 +215,7 @@ void ScrollList::setStrings(const std::vector<ScrollListItem>& items)
         if (!item.active())
             line->setEnabled(false, false);
         if (item.getSelected()) {
-            if (!m_multi)
+            if (!m_modes.multi)
                 for (ScrollListItemWidget* other : m_lines)
                     other->setDown(false, NoRedraw);
             line->setDown(true, NoRedraw);
@@ -273,9 +249,9 @@ void ScrollList::setItemWarn(int index, bool warn)
 
 void ScrollList::setLineHeight(uint16_t height)
 {
-    if (height == 0 || height == m_lineHeight)
+    if (height == 0 || height == m_modes.lineHeight)
         return;
-    m_lineHeight = height;
+    m_modes.lineHeight = height;
     layoutLines();
     updateThumb();
 }
@@ -319,9 +295,9 @@ void ScrollList::selectItemInternal(int index, int modifiers, int flags)
         return;
     const bool redrawLines = (flags & RedrawFlag) != 0;
     ScrollListItemWidget* line = m_lines[static_cast<size_t>(index)];
-    if (m_multi && (modifiers & Event::Ctrl)) {
+    if (m_modes.multi && (modifiers & Event::Ctrl)) {
         line->setDown(!line->isDown(), redrawLines ? Redraw : NoRedraw);
-    } else if (m_multi && (modifiers & Event::Shift)) {
+    } else if (m_modes.multi && (modifiers & Event::Shift)) {
         int first = index;
         int last = index;
         int anchor = -1;
@@ -342,7 +318,7 @@ void ScrollList::selectItemInternal(int index, int modifiers, int flags)
         for (int i = first; i <= last; ++i)
             setLineDown(i, true, false);
         m_view->redraw();
-    } else if (m_multi && (!m_replaceOnPlainClick || (modifiers & Event::AnyModifier))) {
+    } else if (m_modes.multi && (!m_modes.replaceOnPlainClick || (modifiers & Event::AnyModifier))) {
         line->setDown(!line->isDown(), redrawLines ? Redraw : NoRedraw);
     } else {
         for (ScrollListItemWidget* l : m_lines)
@@ -361,12 +337,12 @@ void ScrollList::selectItem(int index, int flags)
     if (index < 0 || index >= numItems())
         return;
     // Just enough scrolling to show the whole line.
-    const int64_t top = int64_t(index) * m_lineHeight;
+    const int64_t top = int64_t(index) * m_modes.lineHeight;
     const int64_t visible = getVisibleHeight();
     if (top < m_offset)
         scrollTo(top);
-    else if (top + m_lineHeight > m_offset + visible)
-        scrollTo(top - visible + m_lineHeight);
+    else if (top + m_modes.lineHeight > m_offset + visible)
+        scrollTo(top - visible + m_modes.lineHeight);
     selectItemInternal(index, 0, flags);
 }
 
@@ -392,24 +368,24 @@ void ScrollList::clearSelection()
 
 void ScrollList::multiSelect(bool multi, bool replaceOnPlainClick, bool ownerFlag)
 {
-    m_multi = multi;
-    m_replaceOnPlainClick = replaceOnPlainClick;
-    m_ownerFlag = ownerFlag;
+    m_modes.multi = multi;
+    m_modes.replaceOnPlainClick = replaceOnPlainClick;
+    m_modes.ownerFlag = ownerFlag;
     if (multi)
-        m_oneAlwaysSelected = false;
+        m_modes.oneAlwaysSelected = false;
 }
 
 void ScrollList::oneItemAlwaysSelected(bool always)
 {
-    m_oneAlwaysSelected = always;
+    m_modes.oneAlwaysSelected = always;
     if (always && !m_lines.empty() && getSelectedItem() < 0)
-        setLineDown(m_preferred, true, true);
+        setLineDown(m_modes.preferred, true, true);
 }
 
 void ScrollList::setDownCols(const Colour& back, const Colour& text)
 {
-    m_downBack = back;
-    m_downText = text;
+    m_modes.downBack = back;
+    m_modes.downText = text;
     for (ScrollListItemWidget* line : m_lines) {
         Palette pal = line->getPalette();
         pal.set(Palette::Highlight, back);
@@ -461,7 +437,7 @@ void ScrollList::handleMenuClick(Glob* line)
 bool ScrollList::handleKey(int key)
 {
     const int selected = getSelectedItem();
-    const int page = m_lineHeight ? static_cast<int>(getVisibleHeight() / m_lineHeight) : 0;
+    const int page = m_modes.lineHeight ? static_cast<int>(getVisibleHeight() / m_modes.lineHeight) : 0;
     int wanted = 0;
     switch (key) {
     case Event::KeyReturn:
@@ -511,8 +487,8 @@ bool ScrollList::itemIsVisible(int index) const
 {
     if (index < 0 || index >= numItems())
         return false;
-    const int64_t top = int64_t(index) * m_lineHeight;
-    return top + m_lineHeight > m_offset && top < int64_t(m_offset) + getVisibleHeight();
+    const int64_t top = int64_t(index) * m_modes.lineHeight;
+    return top + m_modes.lineHeight > m_offset && top < int64_t(m_offset) + getVisibleHeight();
 }
 
 void ScrollList::resetView()
@@ -546,9 +522,9 @@ void ScrollList::layoutLines()
     m_offset = std::min(m_offset, total > visible ? total - visible : 0u);
     int first = 0;
     int end = 0;
-    if (!m_lines.empty() && m_lineHeight > 0) {
-        first = static_cast<int>(m_offset / m_lineHeight);
-        end = std::min(numItems(), first + static_cast<int>(visible / m_lineHeight) + 2);
+    if (!m_lines.empty() && m_modes.lineHeight > 0) {
+        first = static_cast<int>(m_offset / m_modes.lineHeight);
+        end = std::min(numItems(), first + static_cast<int>(visible / m_modes.lineHeight) + 2);
     }
     // Lines leaving the view go back to waiting unattached; only the ones in view are children.
     for (int i = m_firstAttached; i < m_endAttached; ++i)
@@ -559,12 +535,13 @@ void ScrollList::layoutLines()
             m_view->detachChild(line);
         }
     const uint16_t width = m_view->getWidth();
-    const auto height = static_cast<uint16_t>(std::min<uint32_t>(m_lineHeight, 65535));
+    const auto height = static_cast<uint16_t>(std::min<uint32_t>(m_modes.lineHeight, 65535));
     for (int i = first; i < end; ++i) {
         ScrollListItemWidget* line = m_lines[static_cast<size_t>(i)];
         if (line->getWidth() != width || line->getHeight() != height)
             line->resize(width, height);
-        const int y = static_cast<int>(int64_t(visible) - (int64_t(i) * m_lineHeight - m_offset) - m_lineHeight);
+        const int y
+            = static_cast<int>(int64_t(visible) - (int64_t(i) * m_modes.lineHeight - m_offset) - m_modes.lineHeight);
         if (i >= m_firstAttached && i < m_endAttached)
             line->setPos(0, y);
         else
@@ -598,9 +575,9 @@ bool ScrollList::handleMessageEvent(LightweightString<char> name, Glob* sender)
         if (name == ScrollBar::thumbMovedMsg)
             offset = static_cast<int64_t>(getTotalHeight() * m_scrollBar->getThumbPos());
         else if (name == ScrollBar::upButtonPressedMsg)
-            offset = std::max<int64_t>(0, offset - m_lineHeight);
+            offset = std::max<int64_t>(0, offset - m_modes.lineHeight);
         else
-            offset += m_lineHeight;
+            offset += m_modes.lineHeight;
         scrollTo(offset);
         return true;
     }
@@ -616,7 +593,7 @@ bool ScrollList::handleMouseEvent(const Event& event)
         }
     }
     if (event.type == Event::MouseWheel && !m_lines.empty()) {
-        scrollTo(int64_t(m_offset) - int64_t(event.wheelDelta) * m_lineHeight);
+        scrollTo(int64_t(m_offset) - int64_t(event.wheelDelta) * m_modes.lineHeight);
         return true;
     }
     return StandardPanel::handleMouseEvent(event);

@@ -51,9 +51,12 @@ public:
         const Palette& palette = Palette(), Canvas* canvas = nullptr);
     // A copy has the same lines (new ones) and modes; its selection starts empty unless one is required.
     ScrollList(const ScrollList& other);
-    ScrollList(ScrollList&& other);
+    ScrollList(ScrollList&& other)
+        : ScrollList(static_cast<const ScrollList&>(other))
+    {
+    }
     ScrollList& operator=(const ScrollList& other);
-    ScrollList& operator=(ScrollList&& other);
+    ScrollList& operator=(ScrollList&& other) { return *this = static_cast<const ScrollList&>(other); }
     ~ScrollList() override;
 
     LightweightString<char> idstring() const override;
@@ -68,7 +71,7 @@ public:
     // The line's background: the warning colour for a warned line.
     Colour getItemColour(int index) const;
     void setItemWarn(int index, bool warn);
-    uint32_t getLineHeight() const { return m_lineHeight; }
+    uint32_t getLineHeight() const { return m_modes.lineHeight; }
     virtual void setLineHeight(uint16_t height);
 
     // ---- Selection. Flags: bit 0 redraw, bit 1 tell the owner clickMsg.
@@ -86,12 +89,12 @@ public:
     void clearSelection();
     // Multi-select switches the one-line-always-selected rule off. `ownerFlag` is kept for the owner.
     void multiSelect(bool multi, bool replaceOnPlainClick = true, bool ownerFlag = false);
-    bool isMultiSelect() const { return m_multi; }
-    bool getOwnerFlag() const { return m_ownerFlag; }
+    bool isMultiSelect() const { return m_modes.multi; }
+    bool getOwnerFlag() const { return m_modes.ownerFlag; }
     void oneItemAlwaysSelected(bool always);
     // The line selected when a selection is required and none exists.
-    void setPreferredItem(int index) { m_preferred = index; }
-    int getPreferredItem() const { return m_preferred; }
+    void setPreferredItem(int index) { m_modes.preferred = index; }
+    int getPreferredItem() const { return m_modes.preferred; }
     // The down colours of every line, now and for lines made later.
     void setDownCols(const Colour& back, const Colour& text);
 
@@ -101,7 +104,7 @@ public:
     void resetView();
     uint32_t getScrollOffset() const { return m_offset; }
     uint32_t getVisibleHeight() const;
-    uint32_t getTotalHeight() const { return m_lineHeight * static_cast<uint32_t>(m_lines.size()); }
+    uint32_t getTotalHeight() const { return m_modes.lineHeight * static_cast<uint32_t>(m_lines.size()); }
     ScrollBar* getScrollBar() const { return m_scrollBar; }
     // A right-button press on a line: a selectable line is selected with both flags.
     void handleMenuClick(Glob* line);
@@ -132,6 +135,7 @@ protected:
 
 private:
     void makeChildren();
+    std::vector<LightweightString<wchar_t>> lineTexts() const;
     void destroyLines();
     void addLine(int index, const LightweightString<wchar_t>& text);
     void restoreSelection(const LightweightString<wchar_t>& selectedText);
@@ -145,19 +149,24 @@ private:
     void layoutLines();
     void detachLinesInView();
 
+    // What a copy takes over; its lines are made again from their texts and its view starts at the top.
+    struct Modes {
+        int preferred = 0;
+        uint32_t lineHeight = 0;
+        Colour downBack;
+        Colour downText;
+        SLItemAppearance appearance = SLItemFlat;
+        bool multi = false;
+        bool replaceOnPlainClick = true;
+        bool ownerFlag = false;
+        bool oneAlwaysSelected = false;
+    };
+
     std::vector<ScrollListItemWidget*> m_lines; // owned; the ones in view are also children of m_view
     Glob* m_view = nullptr;
     ScrollBar* m_scrollBar = nullptr;
-    int m_preferred = 0;
     int m_firstAttached = 0;
     int m_endAttached = 0; // one past the last line attached to the view
-    uint32_t m_lineHeight = 0;
     uint32_t m_offset = 0;
-    Colour m_downBack;
-    Colour m_downText;
-    SLItemAppearance m_appearance = SLItemFlat;
-    bool m_multi = false;
-    bool m_replaceOnPlainClick = true;
-    bool m_ownerFlag = false;
-    bool m_oneAlwaysSelected = false;
+    Modes m_modes;
 };

@@ -19,11 +19,6 @@ ScrollListPanel::ScrollListPanel(const ScrollListPanel& other)
     makeList(texts, other.m_list->isMultiSelect());
 }
 
-ScrollListPanel::ScrollListPanel(ScrollListPanel&& other)
-    : ScrollListPanel(static_cast<const ScrollListPanel&>(other))
-{
-}
-
 ScrollListPanel::~ScrollListPanel() = default;
 
 LightweightString<char> ScrollListPanel::idstring() const

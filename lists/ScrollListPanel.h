@@ -24,7 +24,10 @@ public:
 
     explicit ScrollListPanel(const InitArgs& args);
     ScrollListPanel(const ScrollListPanel& other);
-    ScrollListPanel(ScrollListPanel&& other);
+    ScrollListPanel(ScrollListPanel&& other)
+        : ScrollListPanel(static_cast<const ScrollListPanel&>(other))
+    {
+    }
     ScrollListPanel& operator=(const ScrollListPanel&) = delete;
     ScrollListPanel& operator=(ScrollListPanel&&) = delete;
     ~ScrollListPanel() override;

@@ -6,6 +6,7 @@
 //     AutoProgressBar bar(panel, UIString(L"Importing"), files.size());
 //     for (auto& file : files) { import(file); bar.inc(); }
 
+#include "logging/detail/ProgressHolds.h"
 #include "toolkit/support/UIString.h"
 #include "toolkit/ui/Glob.h"
 
@@ -17,11 +18,10 @@ class AutoProgressBar {
 public:
     AutoProgressBar(Glob* parent, const UIString& title, uint64_t total);
     // A copy counts on from the same point but never closes the original's indicator; a move takes it over.
-    AutoProgressBar(const AutoProgressBar& other);
-    AutoProgressBar(AutoProgressBar&& other) noexcept;
-    AutoProgressBar& operator=(const AutoProgressBar& other);
-    AutoProgressBar& operator=(AutoProgressBar&& other) noexcept;
-    ~AutoProgressBar();
+    AutoProgressBar(const AutoProgressBar&) = default;
+    AutoProgressBar(AutoProgressBar&&) noexcept = default;
+    AutoProgressBar& operator=(const AutoProgressBar&) = default;
+    AutoProgressBar& operator=(AutoProgressBar&&) noexcept = default;
 
     void inc();
 
@@ -33,8 +33,8 @@ public:
     static constexpr double nearlyDoneFraction = 0.75;
 
 private:
-    GlobWatch m_indicator;
-    bool m_ownsIndicator = true;
+    LifeSupportHold m_lifeSupport; // first made, last gone: the indicator closes while it still holds
+    OwnedIndicator m_indicator;
     UIString m_title;
     GlobWatch m_parent;
     uint64_t m_count = 0;

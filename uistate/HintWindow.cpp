@@ -21,8 +21,6 @@ HintWindow::HintWindow(const HintWindow& other)
     addCheckbox();
 }
 
-HintWindow::HintWindow(HintWindow&& other) : HintWindow(static_cast<const HintWindow&>(other)) {}
-
 LightweightString<char> HintWindow::idstring() const
 {
     return "HintWindow";

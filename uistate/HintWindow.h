@@ -17,7 +17,10 @@ public:
     explicit HintWindow(const StatusMessage::InitArgs& args);
     // A copy has a check box of its own.
     HintWindow(const HintWindow& other);
-    HintWindow(HintWindow&& other);
+    HintWindow(HintWindow&& other)
+        : HintWindow(static_cast<const HintWindow&>(other))
+    {
+    }
     HintWindow& operator=(const HintWindow& other) = default;
     HintWindow& operator=(HintWindow&& other) = default;
 

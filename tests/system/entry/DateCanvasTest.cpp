@@ -244,3 +244,15 @@ TEST_F(DatePicker, InitShowsTodayInLocalTime)
     EXPECT_EQ(picker->getMonthButton()->getSelectedItem(), today.tm_mon);
     EXPECT_EQ(picker->getYear(), today.tm_year + 1900);
 }
+
+TEST_F(DatePicker, ACopyKeepsTheChosenDateInButtonsOfItsOwn)
+{
+    auto* copy = new datecanvas(*picker);
+    ui.show(copy, { 20, 400 });
+    copy->post_init();
+    EXPECT_EQ(copy->getDayIndex(), 30);
+    EXPECT_EQ(copy->getMonthIndex(), 2);
+    EXPECT_EQ(copy->getYear(), 2023);
+    EXPECT_NE(copy->getDayButton(), picker->getDayButton());
+    EXPECT_EQ(copy->getDayButton()->getSelectedItem(), 30);
+}

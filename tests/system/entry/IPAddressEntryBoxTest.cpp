@@ -201,3 +201,12 @@ TEST_F(AddressEntry, BoxesAreSizedForTheirWidestNumberAndSpacedByTheIndent)
     EXPECT_EQ(box(0)->getHeight(), entry->getHeight());
 }
 
+TEST_F(AddressEntry, AssigningAnEntryWithAPortGivesItAPortBoxAndTheAddress)
+{
+    ASSERT_TRUE(withPort->setURI(L"10.0.0.7:8080"));
+    *entry = *withPort;
+    ui.step();
+    EXPECT_EQ(entry->numBoxes(), 5u);
+    EXPECT_EQ(entry->getURI(), LightweightString<wchar_t>(L"10.0.0.7:8080"));
+    EXPECT_NE(entry->getBox(0), withPort->getBox(0));
+}

@@ -76,3 +76,12 @@ TEST_F(Question, TheButtonsCarryTheCallersWordsAndEverythingFitsInside)
     EXPECT_GE(panel->getNoButton()->getBox().left(), user.left());
     EXPECT_LT(panel->getNoButton()->getBox().right(), panel->getYesButton()->getBox().left());
 }
+
+TEST_F(Question, ACopyOffersTheSameAnswersOnButtonsOfItsOwn)
+{
+    auto* copy = new YesNoDialogue(*panel);
+    ui.show(copy, { 10, 10 });
+    ASSERT_NE(copy->getYesButton(), panel->getYesButton());
+    EXPECT_EQ(copy->getYesButton()->getString().getString(), LightweightString<wchar_t>(L"Replace"));
+    EXPECT_EQ(copy->getNoButton()->getString().getString(), LightweightString<wchar_t>(L"Keep both"));
+}

@@ -153,3 +153,14 @@ TEST_F(FormFixture, SettingAnEntryFromCodeTellsNobodyAndLeavesItRead)
     EXPECT_FALSE(f->m_get_element(NameRow)->m_is_unread());
     EXPECT_TRUE(client->raw.empty());
 }
+
+TEST(FormEntry, AnAssignedEntryShowsTheOthersTextWithinTheOthersLimit)
+{
+    fo_entry target(200, 24, 0, L"Name", 0);
+    fo_entry source(200, 24, 1, L"Name", 4);
+    source.getTextBox()->setString(L"abcd");
+    target = source;
+    EXPECT_EQ(target.getTextBox()->getString(), L"abcd");
+    EXPECT_EQ(target.getTextBox()->getMaxLength(), 4);
+    EXPECT_NE(target.getTextBox(), source.getTextBox());
+}

@@ -430,3 +430,22 @@ TEST_F(ScrollListTest, ItemsCarryTheirSelectionActivityAndColour)
     EXPECT_FALSE(list->getItemWidget(2)->isSelectable());
     EXPECT_TRUE(list->getItemWidget(2)->getPalette().text().isCloseTo(blue));
 }
+
+TEST_F(ScrollListTest, ACopyKeepsTheTextsAndModesInLinesOfItsOwn)
+{
+    ScrollList* list = makeList(30);
+    list->multiSelect(true, false, true);
+    list->setPreferredItem(4);
+    auto* copy = new ScrollList(*list);
+    ui.show(copy, { 300, 10 });
+    ASSERT_EQ(copy->numItems(), 30);
+    EXPECT_EQ(copy->getItemW(29), LightweightString<wchar_t>(L"line 29"));
+    EXPECT_NE(copy->getItemWidget(0), list->getItemWidget(0));
+    EXPECT_EQ(copy->getLineHeight(), list->getLineHeight());
+    EXPECT_TRUE(copy->getOwnerFlag());
+    EXPECT_EQ(copy->getPreferredItem(), 4);
+    // Multi-select without "plain click replaces": plain clicks add to the selection.
+    clickLine(copy, 1);
+    clickLine(copy, 2);
+    EXPECT_EQ(selection(copy), Lines({ 1, 2 }));
+}

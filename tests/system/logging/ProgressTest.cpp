@@ -165,6 +165,17 @@ TEST_F(AutoProgressBarTest, ACopyNeverClosesTheOriginalsIndicator)
     EXPECT_NE(bar.getIndicator(), nullptr);
 }
 
+TEST_F(AutoProgressBarTest, AMovedBarClosesTheIndicatorItTookOver)
+{
+    AutoProgressBar bar(&ui.owner(), UIString(L"Import"), 10);
+    ui.clock().advance(1500);
+    bar.inc();
+    const GlobWatch indicator(bar.getIndicator());
+    ASSERT_TRUE(indicator);
+    { AutoProgressBar moved(std::move(bar)); }
+    EXPECT_FALSE(indicator);
+}
+
 class RenderProgressPanelTest : public ::testing::Test {
 protected:
     RenderProgressPanel* makePanel()
