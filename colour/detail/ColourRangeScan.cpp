@@ -6,6 +6,11 @@
 #include <cstring>
 #include <numeric>
 
+#ifdef __SSE2__
+#include <emmintrin.h>
+#include <xmmintrin.h>
+#endif
+
 namespace colour_detail {
 
 namespace {
@@ -13,16 +18,25 @@ namespace {
 using IntLanes = ColourRangeScan::IntLanes;
 using FloatLanes = ColourRangeScan::FloatLanes;
 
-IntLanes largerOf(IntLanes a, IntLanes b)
+// The largest and smallest channel of each pixel (0xAARRGGBB).
+void channelExtremes(IntLanes pixels, IntLanes& largest, IntLanes& smallest)
 {
-    const IntLanes aLarger = a > b;
-    return (a & aLarger) | (b & ~aLarger);
-}
-
-IntLanes smallerOf(IntLanes a, IntLanes b)
-{
-    const IntLanes aSmaller = a < b;
-    return (a & aSmaller) | (b & ~aSmaller);
+#ifdef __SSE2__
+    // Byte-wise, with the green and red bytes shifted onto the blue one.
+    const __m128i blue = (__m128i)pixels;
+    const __m128i green = _mm_srli_epi32(blue, 8);
+    const __m128i red = _mm_srli_epi32(blue, 16);
+    largest = (IntLanes)_mm_max_epu8(_mm_max_epu8(blue, green), red) & 0xff;
+    smallest = (IntLanes)_mm_min_epu8(_mm_min_epu8(blue, green), red) & 0xff;
+#else
+    const auto largerOf = [](IntLanes a, IntLanes b) { return (a & (a > b)) | (b & (a <= b)); };
+    const auto smallerOf = [](IntLanes a, IntLanes b) { return (a & (a < b)) | (b & (a >= b)); };
+    const IntLanes r = (pixels >> 16) & 0xff;
+    const IntLanes g = (pixels >> 8) & 0xff;
+    const IntLanes b = pixels & 0xff;
+    largest = largerOf(r, largerOf(g, b));
+    smallest = smallerOf(r, smallerOf(g, b));
+#endif
 }
 
 FloatLanes asFloats(IntLanes lanes)
@@ -73,15 +87,18 @@ ColourRangeScan::BoundLanes lanesOf(ColourRangeScan::Fraction bound, bool equalI
 
 } // namespace
 
-unsigned ColourRangeScan::mayMoveABound(const uint32_t* pixels) const
+// Inlined: called for every four pixels.
+[[gnu::always_inline]] inline unsigned ColourRangeScan::mayMoveABound(const uint32_t* pixels) const
 {
     IntLanes p;
     std::memcpy(&p, pixels, sizeof p);
     const IntLanes r = (p >> 16) & 0xff;
     const IntLanes g = (p >> 8) & 0xff;
     const IntLanes b = p & 0xff;
-    const IntLanes largest = largerOf(r, largerOf(g, b));
-    const IntLanes spreadOf = largest - smallerOf(r, smallerOf(g, b));
+    IntLanes largest;
+    IntLanes smallest;
+    channelExtremes(p, largest, smallest);
+    const IntLanes spreadOf = largest - smallest;
 
     // The hue's sextant: red largest counts from 0 (from 6 below it, as the hue wraps to just under 360),
     // green from 2, blue from 4, each plus its towards-channel difference; ties go to red, then green, as in
@@ -110,18 +127,15 @@ unsigned ColourRangeScan::mayMoveABound(const uint32_t* pixels) const
            | (hueKeys == m_maxHue.key));
     const IntLanes passedOver = inside | (spreadOf == 0);
 
-    uint64_t words[sizeof passedOver / sizeof(uint64_t)];
-    std::memcpy(words, &passedOver, sizeof words);
-    uint64_t all = ~uint64_t{0};
-    for (const uint64_t word : words)
-        all &= word;
-    if (all == ~uint64_t{0})
-        return 0;
+#ifdef __SSE2__
+    return ~static_cast<unsigned>(_mm_movemask_ps((__m128)passedOver)) & 0xfu;
+#else
     unsigned movers = 0;
     for (int lane = 0; lane < lanes; ++lane)
         if (!passedOver[lane])
             movers |= 1u << lane;
     return movers;
+#endif
 }
 
 void ColourRangeScan::addPixels(const uint32_t* pixels, int count)
