@@ -140,9 +140,11 @@ ColourRangeScan::BoundLanes lanesOf(ColourRangeScan::Fraction bound, bool equalI
 
 void ColourRangeScan::addPixels(const uint32_t* pixels, int count)
 {
+    // Two groups a step, so that their tests overlap and one branch serves both.
+    constexpr int step = 2 * lanes;
     int col = 0;
-    for (; col + lanes <= count; col += lanes) {
-        unsigned movers = mayMoveABound(pixels + col);
+    for (; col + step <= count; col += step) {
+        unsigned movers = mayMoveABound(pixels + col) | mayMoveABound(pixels + col + lanes) << lanes;
         for (int lane = 0; movers; ++lane, movers >>= 1)
             if (movers & 1u)
                 addExactly(pixels[col + lane]);
