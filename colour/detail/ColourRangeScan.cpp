@@ -76,8 +76,6 @@ bool convertsExactly(ColourRangeScan::Fraction hue)
     return hue.numerator % hue.denominator == 0;
 }
 
-// A fraction may convert to values one rounding step apart, so a pixel of the bound's own fraction is checked
-// exactly, unless none of that fraction can move the bound.
 ColourRangeScan::BoundLanes lanesOf(ColourRangeScan::Fraction bound, bool equalIsInside, int key)
 {
     return {spread<FloatLanes>(static_cast<float>(bound.numerator)),
