@@ -16,8 +16,8 @@
 
 namespace {
 
-// Noise over the whole screen: every pixel differs from its neighbours, the worst case for the range (no runs
-// of one colour to skip).
+// Noise over the whole screen: every pixel differs from its neighbours, and the range's bounds spread over
+// nearly the whole colour cube, with many pixels on a bound's own fraction.
 class NoiseGlob : public Glob {
 public:
     struct InitArgs : GlobCreationInfo {

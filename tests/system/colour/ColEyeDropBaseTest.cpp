@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <random>
+
 namespace {
 
 using Area = Cv::Box<double, Cv::BottomUpTraits>;
@@ -175,4 +178,46 @@ TEST_F(Sampling, TheRangeOfManyPixelsIsTheExtremesOfTheirColours)
                     std::min(expected.minValue, hsv.v), std::max(expected.maxValue, hsv.v)};
     }
     EXPECT_EQ(ColEyeDropBase::getPixelRange(Area(0, 100, 390, 101)), expected);
+}
+
+TEST_F(Sampling, TheRangeOfRandomPicturesIsTheRangeOfEveryPixelConverted)
+{
+    // Pictures that put many pixels on or next to the bounds: noise; reds whose hue crosses 0/360; one hue at
+    // many brightnesses (equal fractions of the bytes that convert one rounding step apart), each jittered by a
+    // step; pale and dark colours among greys. The widths leave a few pixels over at the end of every row.
+    std::mt19937 random(2024);
+    const auto below = [&random](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
+    const auto bytes = [](int r, int g, int b) {
+        return Colour::fromBytes(static_cast<uint8_t>(r), static_cast<uint8_t>(g), static_cast<uint8_t>(b));
+    };
+    const std::vector<std::function<Colour()>> pictures{
+        [&] { return bytes(below(256), below(256), below(256)); },
+        [&] { return bytes(200 + below(56), below(12), below(12)); },
+        [&] {
+            const int m = 1 + below(51);
+            return bytes(5 * m, 3 * m + below(2), m);
+        },
+        [&] {
+            const int largest = below(256);
+            return bytes(largest, largest - below(std::min(largest, 3) + 1), largest - below(std::min(largest, 2) + 1));
+        },
+    };
+    for (size_t i = 0; i < pictures.size(); ++i) {
+        Pictor::Image picture(397, 70);
+        ColEyeDropBase::ColourRange expected{1e9, -1e9, 1e9, -1e9, 1e9, -1e9};
+        for (int row = 0; row < picture.height(); ++row)
+            for (int col = 0; col < picture.width(); ++col) {
+                const Colour colour = pictures[i]();
+                picture.setPixel(col, row, Pictor::Image::premultiplied(colour));
+                const HSV hsv = RGBToHSV(colour.toNormalisedRGB());
+                if (hsv.s == 0.0)
+                    continue;
+                expected = {std::min(expected.minHue, hsv.h), std::max(expected.maxHue, hsv.h),
+                            std::min(expected.minSaturation, hsv.s), std::max(expected.maxSaturation, hsv.s),
+                            std::min(expected.minValue, hsv.v), std::max(expected.maxValue, hsv.v)};
+            }
+        const int bottom = 75 * static_cast<int>(i);
+        showPicture(ui, std::move(picture), {0, bottom});
+        EXPECT_EQ(ColEyeDropBase::getPixelRange(Area(0, bottom, 397, bottom + 70)), expected) << "picture " << i;
+    }
 }
