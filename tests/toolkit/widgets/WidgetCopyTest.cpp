@@ -3,6 +3,7 @@
 #include "toolkit/testing/UiHarness.h"
 #include "toolkit/ui/Event.h"
 #include "toolkit/ui/UifStd.h"
+#include "toolkit/widgets/Button.h"
 #include "toolkit/widgets/ScrollBar.h"
 #include "toolkit/widgets/Slider.h"
 
@@ -62,4 +63,20 @@ TEST_F(WidgetCopyTest, ScrollBarCopiedWhileAnArrowIsHeldLeavesTheOriginalRepeati
     ui.step(3);
     EXPECT_GT(ui.owner().count(), 0u) << "the held arrow keeps stepping after its copy is gone";
     ui.release(bar, XY<int>(8, 4));
+}
+
+TEST_F(WidgetCopyTest, ButtonCopiedMidPressKeepsItsDownStateButIsNotPressed)
+{
+    Button::InitArgs args(UIString(L"Loop"), 80);
+    args.latching = true;
+    auto* button = ui.make<Button>(args, Glob::BottomLeft(10, 10));
+    button->setDown(true);
+    ui.press(button);
+    ASSERT_TRUE(button->isPressedNow());
+    const Button copy(*button);
+    EXPECT_TRUE(copy.isDown());
+    EXPECT_TRUE(copy.isLatching());
+    EXPECT_FALSE(copy.isPressedNow());
+    EXPECT_FALSE(copy.isHovered());
+    ui.release(button);
 }
