@@ -2,8 +2,10 @@
 
 #include "toolkit/testing/UiHarness.h"
 #include "toolkit/ui/Event.h"
+#include "toolkit/ui/MenuGlob.h"
 #include "toolkit/ui/UifStd.h"
 #include "toolkit/widgets/Button.h"
+#include "toolkit/widgets/DropDownMenuButton.h"
 #include "toolkit/widgets/ScrollBar.h"
 #include "toolkit/widgets/Slider.h"
 
@@ -79,4 +81,21 @@ TEST_F(WidgetCopyTest, ButtonCopiedMidPressKeepsItsDownStateButIsNotPressed)
     EXPECT_FALSE(copy.isPressedNow());
     EXPECT_FALSE(copy.isHovered());
     ui.release(button);
+}
+
+TEST_F(WidgetCopyTest, DropDownCopiedWhileItsMenuIsOpenIsNeitherDownNorOpen)
+{
+    auto* button = ui.make<DropDownMenuButton>(
+        DropDownMenuButton::InitArgs(std::vector<UIString>{UIString(L"PAL"), UIString(L"NTSC")}, MenuItemIndex(1)),
+        Glob::BottomLeft(50, 200));
+    ui.click(button);
+    ASSERT_NE(button->getOpenMenu(), nullptr);
+    {
+        const DropDownMenuButton copy(*button);
+        EXPECT_EQ(copy.getSelectedItem(), 1);
+        EXPECT_FALSE(copy.isDown());
+        EXPECT_EQ(copy.getOpenMenu(), nullptr);
+    }
+    EXPECT_NE(button->getOpenMenu(), nullptr) << "the copy going closes nothing of the original's";
+    EXPECT_TRUE(button->isDown());
 }
