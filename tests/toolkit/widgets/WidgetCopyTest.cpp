@@ -8,6 +8,7 @@
 #include "toolkit/widgets/DropDownMenuButton.h"
 #include "toolkit/widgets/ScrollBar.h"
 #include "toolkit/widgets/Slider.h"
+#include "toolkit/widgets/TextBoxBase.h"
 
 #include <gtest/gtest.h>
 
@@ -81,6 +82,20 @@ TEST_F(WidgetCopyTest, ButtonCopiedMidPressKeepsItsDownStateButIsNotPressed)
     EXPECT_FALSE(copy.isPressedNow());
     EXPECT_FALSE(copy.isHovered());
     ui.release(button);
+}
+
+TEST_F(WidgetCopyTest, TextBoxCopiedMidSelectionDragDoesNotFollowThePointer)
+{
+    auto* box = ui.make<TextBoxBase>(TextBoxBase::InitArgs(L"frames per second", 200, 24, UifStd::getColourScheme()),
+                                     Glob::BottomLeft(20, 20));
+    ui.focus(box);
+    const int y = box->getHeight() / 2;
+    ui.press(box, XY<int>(static_cast<int>(box->xForPos(0)), y));
+    TextBoxBase copy(*box);
+    copy.react(dragTo({static_cast<int>(copy.xForPos(6)), y}));
+    EXPECT_EQ(copy.text(), L"frames per second");
+    EXPECT_FALSE(copy.hasSelection());
+    ui.release(box, XY<int>(static_cast<int>(box->xForPos(0)), y));
 }
 
 TEST_F(WidgetCopyTest, DropDownCopiedWhileItsMenuIsOpenIsNeitherDownNorOpen)
