@@ -5,6 +5,7 @@
 #include "toolkit/ui/MenuGlob.h"
 #include "toolkit/ui/UifStd.h"
 #include "toolkit/widgets/Button.h"
+#include "toolkit/widgets/CustomTextBox.h"
 #include "toolkit/widgets/DropDownMenuButton.h"
 #include "toolkit/widgets/ScrollBar.h"
 #include "toolkit/widgets/Slider.h"
@@ -96,6 +97,18 @@ TEST_F(WidgetCopyTest, TextBoxCopiedMidSelectionDragDoesNotFollowThePointer)
     EXPECT_EQ(copy.text(), L"frames per second");
     EXPECT_FALSE(copy.hasSelection());
     ui.release(box, XY<int>(static_cast<int>(box->xForPos(0)), y));
+}
+
+TEST_F(WidgetCopyTest, CustomTextBoxCopyKeepsItsKeyFilter)
+{
+    auto* box = ui.make<CustomTextBox>(CustomTextBox::InitArgs(L"", 200, 24, UifStd::getColourScheme()),
+                                       Glob::BottomLeft(20, 20));
+    box->setKeyFilter([](CustomTextBox&, const Event& key) { return key.key == 'x'; });
+    CustomTextBox copy(*box);
+    copy.insertText(L"ab");
+    Event key = Event::makeKey('x');
+    EXPECT_TRUE(copy.react(key));
+    EXPECT_EQ(copy.text(), L"ab");
 }
 
 TEST_F(WidgetCopyTest, DropDownCopiedWhileItsMenuIsOpenIsNeitherDownNorOpen)
