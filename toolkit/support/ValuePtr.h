@@ -1,6 +1,8 @@
 #pragma once
 // ValuePtr<T>: a T kept out of line and made on first use, copied with its owner. For the rarely used parts of
-// objects made by the thousand (a button per list line), whose copy operations should still be `= default`.
+// widgets made by the thousand (a button per list line), whose copy operations should still be `= default`.
+// Moving copies too, as moving a widget does (the moved-to widget is a new one): Transient members of T reset,
+// and the widget moved from keeps its parts.
 
 #include <memory>
 
@@ -9,14 +11,14 @@ class ValuePtr {
 public:
     ValuePtr() = default;
     ValuePtr(const ValuePtr& other) : m_value(copyOf(other)) {}
-    ValuePtr(ValuePtr&&) noexcept = default;
+    ValuePtr(ValuePtr&& other) : ValuePtr(static_cast<const ValuePtr&>(other)) {}
     ValuePtr& operator=(const ValuePtr& other)
     {
         if (this != &other)
             m_value = copyOf(other);
         return *this;
     }
-    ValuePtr& operator=(ValuePtr&&) noexcept = default;
+    ValuePtr& operator=(ValuePtr&& other) { return *this = static_cast<const ValuePtr&>(other); }
     ~ValuePtr() = default;
 
     explicit operator bool() const { return m_value != nullptr; }
