@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <utility>
 
 void glob_poll_background_tasks();
 
@@ -19,5 +20,33 @@ using BackgroundPollerId = uint64_t; // 0 is no poller
 // Pollers run on the main thread, in the order added. A poller may add or remove pollers, itself included.
 BackgroundPollerId addBackgroundPoller(std::function<void()> poller);
 bool removeBackgroundPoller(BackgroundPollerId id);
+
+// One poller, removed when the handle goes or is given another. Move-only: a widget holding one in a
+// Transient loses it on copy (the copy starts its own when it needs one) and stops it on assignment.
+class ScopedBackgroundPoller {
+public:
+    ScopedBackgroundPoller() = default;
+    explicit ScopedBackgroundPoller(std::function<void()> poller) : m_id(addBackgroundPoller(std::move(poller))) {}
+    ScopedBackgroundPoller(ScopedBackgroundPoller&& other) noexcept : m_id(std::exchange(other.m_id, 0)) {}
+    ScopedBackgroundPoller& operator=(ScopedBackgroundPoller&& other) noexcept
+    {
+        if (this != &other) {
+            stop();
+            m_id = std::exchange(other.m_id, 0);
+        }
+        return *this;
+    }
+    ~ScopedBackgroundPoller() { stop(); }
+
+    bool running() const { return m_id != 0; }
+    void stop()
+    {
+        if (m_id != 0)
+            removeBackgroundPoller(std::exchange(m_id, 0));
+    }
+
+private:
+    BackgroundPollerId m_id = 0;
+};
 
 } // namespace Cv

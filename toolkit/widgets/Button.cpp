@@ -7,19 +7,9 @@
 #include "toolkit/ui/UifStd.h"
 
 #include <algorithm>
-#include <optional>
 
 // A list makes one button per line: what a button adds to a Glob is watched like the Glob itself.
 static_assert(sizeof(Button) <= sizeof(Glob) + 48, "Button grew: move rarely used state into Button::Extras");
-
-// The rare parts of a button.
-struct Button::Extras {
-    WidgetCallback callback;
-    LightweightString<char> message;
-    std::optional<Colour> downBack;
-    std::optional<Colour> downText;
-    iButtonGroup* group = nullptr;
-};
 
 namespace {
 
@@ -50,42 +40,6 @@ Button::Button(uint16_t width, uint16_t height, const Palette& palette, Canvas* 
         resize(width, UifStd::getButtonHeight());
 }
 
-Button::Button(const Button& other)
-    : EventHandler(other)
-    , Cv::InternalRefCount(other)
-    , iVirtual(other)
-    , iObject(other)
-    , Glob(other)
-    , TabOrderable(other)
-    , m_label(other.m_label)
-{
-    *this = other;
-}
-
-Button::Button(Button&& other) : Button(static_cast<const Button&>(other)) {}
-
-Button& Button::operator=(const Button& other)
-{
-    if (this == &other)
-        return *this;
-    Glob::operator=(other);
-    m_label = other.m_label;
-    // Transient input state (hover, a press in progress) belongs to the original.
-    constexpr uint16_t kept = DownBit | LatchingBit | IgnoreClicksBit | NoFocusBit | (3u << StyleShift);
-    m_bits = static_cast<uint16_t>(other.m_bits & kept);
-    m_extras.reset();
-    if (other.m_extras) {
-        extras() = *other.m_extras;
-        m_extras->group = nullptr; // membership of a group is not copied: the group does not know the copy
-    }
-    return *this;
-}
-
-Button& Button::operator=(Button&& other)
-{
-    return *this = static_cast<const Button&>(other);
-}
-
 Button::~Button() = default;
 
 void Button::initFrom(const InitArgs& args)
@@ -104,13 +58,6 @@ void Button::initFrom(const InitArgs& args)
 LightweightString<char> Button::idstring() const
 {
     return "Button";
-}
-
-Button::Extras& Button::extras()
-{
-    if (!m_extras)
-        m_extras = std::make_unique<Extras>();
-    return *m_extras;
 }
 
 // ---------------------------------------------------------------------------------------------------------
@@ -155,14 +102,14 @@ void Button::setCallback(WidgetCallback callback)
 {
     if (!callback && !m_extras)
         return;
-    extras().callback = std::move(callback);
+    m_extras.made().callback = std::move(callback);
 }
 
 void Button::setMessage(const LightweightString<char>& message)
 {
     if (message.empty() && !m_extras)
         return;
-    extras().message = message;
+    m_extras.made().message = message;
 }
 
 LightweightString<char> Button::getMessage() const
@@ -195,16 +142,25 @@ bool Button::activate()
 
 void Button::setDown(bool down, eRedrawFlag redrawFlag)
 {
-    if (down == isDown())
+    if (down == hasBit(DownBit))
         return;
     setBit(DownBit, down);
     if (redrawFlag == Redraw)
         redraw();
 }
 
+void Button::setHeldDown(bool held, eRedrawFlag redrawFlag)
+{
+    if (held == hasBit(HeldDownBit))
+        return;
+    setBit(HeldDownBit, held);
+    if (redrawFlag == Redraw)
+        redraw();
+}
+
 void Button::setDownCols(const Colour& back, const Colour& text)
 {
-    Extras& e = extras();
+    Extras& e = m_extras.made();
     e.downBack = back;
     e.downText = text;
     if (isDown())
@@ -235,12 +191,12 @@ void Button::setGroup(iButtonGroup* group)
 {
     if (!group && !m_extras)
         return;
-    extras().group = group;
+    m_extras.made().group = group;
 }
 
 iButtonGroup* Button::getGroup() const
 {
-    return m_extras ? m_extras->group : nullptr;
+    return m_extras ? *m_extras->group : nullptr;
 }
 
 bool Button::acceptsFocus() const

@@ -31,9 +31,11 @@
 #include "toolkit/ui/MenuItem.h"
 #include "toolkit/ui/StylePainter.h"
 #include "toolkit/ui/TabOrderable.h"
+#include "toolkit/ui/Transient.h"
+#include "toolkit/support/ValuePtr.h"
 
 #include <cstdint>
-#include <memory>
+#include <optional>
 
 class Button;
 
@@ -82,10 +84,10 @@ public:
 
     explicit Button(const InitArgs& args);
     Button(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
-    Button(const Button& other);
-    Button(Button&& other);
-    Button& operator=(const Button& other);
-    Button& operator=(Button&& other);
+    Button(const Button& other) = default;
+    Button(Button&& other) = default;
+    Button& operator=(const Button& other) = default;
+    Button& operator=(Button&& other) = default;
     ~Button() override;
 
     LightweightString<char> idstring() const override;
@@ -110,7 +112,7 @@ public:
 
     // ---- State
     void setDown(bool down, eRedrawFlag redraw = Redraw);
-    bool isDown() const { return hasBit(DownBit); }
+    bool isDown() const { return hasBit(DownBit | HeldDownBit); }
     // A latching button stays down when clicked, and comes up at the next click.
     void setLatching(bool latching) { setBit(LatchingBit, latching); }
     bool isLatching() const { return hasBit(LatchingBit); }
@@ -145,6 +147,9 @@ public:
     bool acceptsFocus() const override;
 
 protected:
+    // Down for as long as a gesture the subclass tracks lasts (an open menu): isDown() answers true and the
+    // face is drawn down, but a copy is not held.
+    void setHeldDown(bool held, eRedrawFlag redraw = Redraw);
     // The look the face is drawn in now.
     StylePainter::ButtonState visualState() const;
     // The part of the button a subclass draws its content into (inside the face's edges).
@@ -155,21 +160,37 @@ private:
         DownBit = 1u << 0,
         LatchingBit = 1u << 1,
         IgnoreClicksBit = 1u << 2,
+        NoFocusBit = 1u << 6,
+        StyleShift = 8, // two bits of Style
+        // Gesture bits, kept apart so that a copy drops them.
         HoverBit = 1u << 3,
         ArmedBit = 1u << 4,
         InsideBit = 1u << 5,
-        NoFocusBit = 1u << 6,
-        StyleShift = 8, // two bits of Style
+        HeldDownBit = 1u << 7,
     };
-    struct Extras;
+    static constexpr uint16_t gestureBits = HoverBit | ArmedBit | InsideBit | HeldDownBit;
+    // The rare parts of a button.
+    struct Extras {
+        WidgetCallback callback;
+        LightweightString<char> message;
+        std::optional<Colour> downBack;
+        std::optional<Colour> downText;
+        // The group does not know a copy, so a copy starts outside any group.
+        Transient<iButtonGroup*> group;
+    };
 
-    bool hasBit(uint16_t bit) const { return (m_bits & bit) != 0; }
-    void setBit(uint16_t bit, bool on) { m_bits = static_cast<uint16_t>(on ? (m_bits | bit) : (m_bits & ~bit)); }
-    Extras& extras();
+    bool hasBit(uint16_t bit) const { return ((m_bits | *m_gesture) & bit) != 0; }
+    // `bit` is either all kept bits or all gesture bits.
+    void setBit(uint16_t bit, bool on)
+    {
+        uint16_t& word = (bit & gestureBits) ? *m_gesture : m_bits;
+        word = static_cast<uint16_t>(on ? (word | bit) : (word & ~bit));
+    }
     void initFrom(const InitArgs& args);
     bool handleMouse(const Event& event);
 
     UIString m_label;
-    std::unique_ptr<Extras> m_extras;
+    ValuePtr<Extras> m_extras;
     uint16_t m_bits = 0;
+    Transient<uint16_t> m_gesture;
 };

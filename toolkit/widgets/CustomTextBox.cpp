@@ -20,32 +20,6 @@ CustomTextBox::CustomTextBox(uint16_t width, uint16_t height, const Palette& pal
 {
 }
 
-CustomTextBox::CustomTextBox(const CustomTextBox& other)
-    : EventHandler(other)
-    , Cv::InternalRefCount(other)
-    , iVirtual(other)
-    , iObject(other)
-    , TextBoxBase(other)
-{
-    *this = other;
-}
-
-CustomTextBox::CustomTextBox(CustomTextBox&& other) : CustomTextBox(static_cast<const CustomTextBox&>(other)) {}
-
-CustomTextBox& CustomTextBox::operator=(const CustomTextBox& other)
-{
-    if (this == &other)
-        return *this;
-    TextBoxBase::operator=(other);
-    m_hooks = other.m_hooks ? std::make_unique<Hooks>(*other.m_hooks) : nullptr;
-    return *this;
-}
-
-CustomTextBox& CustomTextBox::operator=(CustomTextBox&& other)
-{
-    return *this = static_cast<const CustomTextBox&>(other);
-}
-
 CustomTextBox::~CustomTextBox() = default;
 
 LightweightString<char> CustomTextBox::idstring() const
@@ -57,18 +31,14 @@ void CustomTextBox::setKeyFilter(KeyFilter filter)
 {
     if (!filter && !m_hooks)
         return;
-    if (!m_hooks)
-        m_hooks = std::make_unique<Hooks>();
-    m_hooks->filter = std::move(filter);
+    m_hooks.made().filter = std::move(filter);
 }
 
 void CustomTextBox::setAfterKey(AfterKey after)
 {
     if (!after && !m_hooks)
         return;
-    if (!m_hooks)
-        m_hooks = std::make_unique<Hooks>();
-    m_hooks->after = std::move(after);
+    m_hooks.made().after = std::move(after);
 }
 
 bool CustomTextBox::filterKey(const Event&)

@@ -27,10 +27,10 @@ public:
 
     explicit CustomTextBox(const InitArgs& args);
     CustomTextBox(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
-    CustomTextBox(const CustomTextBox& other);
-    CustomTextBox(CustomTextBox&& other);
-    CustomTextBox& operator=(const CustomTextBox& other);
-    CustomTextBox& operator=(CustomTextBox&& other);
+    CustomTextBox(const CustomTextBox& other) = default;
+    CustomTextBox(CustomTextBox&& other) = default;
+    CustomTextBox& operator=(const CustomTextBox& other) = default;
+    CustomTextBox& operator=(CustomTextBox&& other) = default;
     ~CustomTextBox() override;
 
     LightweightString<char> idstring() const override;
@@ -57,5 +57,5 @@ private:
         KeyFilter filter;
         AfterKey after;
     };
-    std::unique_ptr<Hooks> m_hooks;
+    ValuePtr<Hooks> m_hooks;
 };

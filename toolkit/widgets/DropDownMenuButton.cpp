@@ -50,44 +50,12 @@ DropDownMenuButton::DropDownMenuButton(uint16_t width, uint16_t height, const Pa
 {
 }
 
-// A copy has the same menu and selection, but never the original's open pop-up.
-DropDownMenuButton::DropDownMenuButton(const DropDownMenuButton& other)
-    : EventHandler(other), Cv::InternalRefCount(other), iVirtual(other), iObject(other), Button(other),
-      m_items(other.m_items), m_message(other.m_message), m_selected(other.m_selected),
-      m_showSelected(other.m_showSelected)
-{
-    setDown(false, NoRedraw);
-}
+DropDownMenuButton::~DropDownMenuButton() = default;
 
-DropDownMenuButton::DropDownMenuButton(DropDownMenuButton&& other)
-    : DropDownMenuButton(static_cast<const DropDownMenuButton&>(other))
+void DropDownMenuButton::CloseMenu::operator()(Glob* menu) const
 {
-}
-
-DropDownMenuButton& DropDownMenuButton::operator=(const DropDownMenuButton& other)
-{
-    if (this != &other) {
-        closeMenu();
-        Button::operator=(other);
-        setDown(false, NoRedraw);
-        m_items = other.m_items;
-        m_message = other.m_message;
-        m_selected = other.m_selected;
-        m_showSelected = other.m_showSelected;
-        redraw();
-    }
-    return *this;
-}
-
-DropDownMenuButton& DropDownMenuButton::operator=(DropDownMenuButton&& other)
-{
-    return *this = static_cast<const DropDownMenuButton&>(other);
-}
-
-DropDownMenuButton::~DropDownMenuButton()
-{
-    if (Glob* open = m_openMenu.get())
-        Glob::destroy(open);
+    if (is_good_glob_ptr(menu, stamp))
+        Glob::destroy(menu);
 }
 
 LightweightString<char> DropDownMenuButton::idstring() const
@@ -270,22 +238,23 @@ MenuGlob* DropDownMenuButton::openMenu()
     MenuGlob* menu = MenuGlob::popUp(args, {screenBox.left(), screenBox.bottom()}, this);
     if (!menu)
         return nullptr;
-    m_openMenu = GlobWatch(menu);
+    *m_openMenu = std::unique_ptr<Glob, CloseMenu>(menu, CloseMenu{menu->getIdStamp()});
     const int item = itemOfEntry(m_selected);
     if (item >= 0 && menu->isItemShown(size_t(item)))
         menu->setHighlighted(item);
-    setDown(true);
+    setHeldDown(true);
     return menu;
 }
 
 MenuGlob* DropDownMenuButton::getOpenMenu() const
 {
-    return static_cast<MenuGlob*>(m_openMenu.get());
+    Glob* menu = m_openMenu->get();
+    return menu && is_good_glob_ptr(menu, m_openMenu->get_deleter().stamp) ? static_cast<MenuGlob*>(menu) : nullptr;
 }
 
 void DropDownMenuButton::closeMenu()
 {
-    if (Glob* open = m_openMenu.get()) {
+    if (Glob* open = getOpenMenu()) {
         menuClosed();
         Glob::destroy(open);
     }
@@ -294,11 +263,10 @@ void DropDownMenuButton::closeMenu()
 void DropDownMenuButton::menuClosed()
 {
     // Only a menu that was open hands the keyboard back: replacing the entries must not move the focus.
-    if (!m_openMenu.alive())
+    if (!getOpenMenu())
         return;
-    m_openMenu = GlobWatch();
-    if (isDown())
-        setDown(false);
+    m_openMenu->release(); // closed by the user, or about to be destroyed by closeMenu
+    setHeldDown(false);
     // The keyboard comes back to the button, so the user can open the menu again or move on with Tab.
     if (isShowing() && isEnabledInTree())
         takeFocus();
@@ -321,7 +289,7 @@ bool DropDownMenuButton::react(const Event& event)
 
 bool DropDownMenuButton::handleMessageEvent(LightweightString<char> name, Glob* sender)
 {
-    if (sender == nullptr || sender != m_openMenu.get())
+    if (sender == nullptr || sender != getOpenMenu())
         return Button::handleMessageEvent(name, sender);
     if (name == MenuGlob::cancelledMsg) {
         menuClosed();

@@ -20,6 +20,7 @@
 #include "toolkit/ui/MenuItem.h"
 #include "toolkit/widgets/Button.h"
 
+#include <memory>
 #include <vector>
 
 class MenuGlob;
@@ -45,10 +46,11 @@ public:
 
     explicit DropDownMenuButton(const InitArgs& args);
     DropDownMenuButton(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
-    DropDownMenuButton(const DropDownMenuButton& other);
-    DropDownMenuButton(DropDownMenuButton&& other);
-    DropDownMenuButton& operator=(const DropDownMenuButton& other);
-    DropDownMenuButton& operator=(DropDownMenuButton&& other);
+    // A copy has the same menu and selection, but never the original's open pop-up.
+    DropDownMenuButton(const DropDownMenuButton& other) = default;
+    DropDownMenuButton(DropDownMenuButton&& other) = default;
+    DropDownMenuButton& operator=(const DropDownMenuButton& other) = default;
+    DropDownMenuButton& operator=(DropDownMenuButton&& other) = default;
     ~DropDownMenuButton() override;
 
     LightweightString<char> idstring() const override;
@@ -109,7 +111,12 @@ private:
 
     std::vector<MenuItem> m_items;
     LightweightString<char> m_message;
-    GlobWatch m_openMenu;
+    // Destroys the pop-up this button opened, unless it is gone already.
+    struct CloseMenu {
+        IdStamp stamp;
+        void operator()(Glob* menu) const;
+    };
+    Transient<std::unique_ptr<Glob, CloseMenu>> m_openMenu;
     int m_selected = -1;
     bool m_showSelected = true;
 };

@@ -109,39 +109,25 @@ FileBrowserBase::FileBrowserBase(uint16_t width, uint16_t height, const Palette&
 {
 }
 
+// A copy is a new panel: it builds children of its own, starting in the folder the original shows.
 FileBrowserBase::FileBrowserBase(const FileBrowserBase& other)
-    : EventHandler(other)
-    , Cv::InternalRefCount(other)
-    , iVirtual(other)
-    , iObject(other)
-    , StandardPanel(other)
-    , iTableAdaptor(other)
-    , m_startFolder(other.m_folder)
-    , m_chooser(other.m_chooser)
+    : EventHandler(other), Cv::InternalRefCount(other), iVirtual(other), iObject(other), StandardPanel(other),
+      iTableAdaptor(other), m_startFolder(other.m_folder), m_chooser(other.m_chooser)
 {
     if (other.m_table)
         init(other.m_options);
-}
-
-FileBrowserBase::FileBrowserBase(FileBrowserBase&& other) : FileBrowserBase(static_cast<const FileBrowserBase&>(other))
-{
 }
 
 FileBrowserBase& FileBrowserBase::operator=(const FileBrowserBase& other)
 {
-    if (this == &other)
-        return *this;
-    StandardPanel::operator=(other);
-    m_startFolder = other.m_folder;
-    m_chooser = other.m_chooser;
-    if (other.m_table)
-        init(other.m_options);
+    if (this != &other) {
+        StandardPanel::operator=(other);
+        m_startFolder = other.m_folder;
+        m_chooser = other.m_chooser;
+        if (other.m_table)
+            init(other.m_options);
+    }
     return *this;
-}
-
-FileBrowserBase& FileBrowserBase::operator=(FileBrowserBase&& other)
-{
-    return *this = static_cast<const FileBrowserBase&>(other);
 }
 
 FileBrowserBase::~FileBrowserBase()

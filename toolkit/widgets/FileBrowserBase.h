@@ -64,9 +64,9 @@ public:
     explicit FileBrowserBase(const InitArgs& args);
     FileBrowserBase(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
     FileBrowserBase(const FileBrowserBase& other);
-    FileBrowserBase(FileBrowserBase&& other);
+    FileBrowserBase(FileBrowserBase&& other) : FileBrowserBase(static_cast<const FileBrowserBase&>(other)) {}
     FileBrowserBase& operator=(const FileBrowserBase& other);
-    FileBrowserBase& operator=(FileBrowserBase&& other);
+    FileBrowserBase& operator=(FileBrowserBase&& other) { return *this = static_cast<const FileBrowserBase&>(other); }
     ~FileBrowserBase() override;
 
     LightweightString<char> idstring() const override;

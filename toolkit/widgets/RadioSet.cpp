@@ -50,22 +50,16 @@ RadioSet::RadioSet(uint16_t width, uint16_t height, const Palette& palette, Canv
 {
 }
 
+// A copy is a new widget: it makes buttons of its own with the original's labels and selection.
 RadioSet::RadioSet(const RadioSet& other)
-    : EventHandler(other)
-    , Cv::InternalRefCount(other)
-    , iVirtual(other)
-    , iObject(other)
-    , Glob(other)
-    , radio_set(other)
-    , m_row(other.m_row)
+    : EventHandler(other), Cv::InternalRefCount(other), iVirtual(other), iObject(other), Glob(other),
+      radio_set(other), m_row(other.m_row)
 {
     for (size_t i = 0; i < other.numWidgets(); ++i)
         if (const Button* b = other.getWidget(i))
             addButton(b->getString());
     select(other.getSelectedIndex(), NoRedraw);
 }
-
-RadioSet::RadioSet(RadioSet&& other) : RadioSet(static_cast<const RadioSet&>(other)) {}
 
 RadioSet::~RadioSet() = default;
 

@@ -217,7 +217,7 @@ public:
     RadioSet(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
     // A copy has the same buttons (new ones) in a group of its own.
     RadioSet(const RadioSet& other);
-    RadioSet(RadioSet&& other);
+    RadioSet(RadioSet&& other) : RadioSet(static_cast<const RadioSet&>(other)) {}
     RadioSet& operator=(const RadioSet& other) = delete;
     RadioSet& operator=(RadioSet&& other) = delete;
     ~RadioSet() override;

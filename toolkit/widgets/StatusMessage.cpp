@@ -50,7 +50,7 @@ StatusMessage::InitArgs::InitArgs(const GlobCreationInfo& info) : StandardPanel:
 }
 
 StatusMessage::StatusMessage(const InitArgs& args)
-    : StandardPanel(panelArgs(args)), m_text(args.text.getString())
+    : StandardPanel(panelArgs(args)), m_content{args.text.getString()}
 {
     setTimeout(args.timeout);
     fitHeight();
@@ -66,40 +66,20 @@ StatusMessage::StatusMessage(uint16_t width, uint16_t height, const Palette& pal
 }
 
 StatusMessage::StatusMessage(const StatusMessage& other)
-    : EventHandler(other)
-    , Cv::InternalRefCount(other)
-    , iVirtual(other)
-    , iObject(other)
-    , StandardPanel(other)
-    , m_text(other.m_text)
-    , m_timeout(other.m_timeout)
-    , m_footer(other.m_footer)
+    : EventHandler(other), Cv::InternalRefCount(other), iVirtual(other), iObject(other), StandardPanel(other),
+      m_content(other.m_content)
 {
     startPolling();
 }
 
-StatusMessage::StatusMessage(StatusMessage&& other) : StatusMessage(static_cast<const StatusMessage&>(other)) {}
-
 StatusMessage& StatusMessage::operator=(const StatusMessage& other)
 {
-    if (this == &other)
-        return *this;
-    StandardPanel::operator=(other);
-    m_text = other.m_text;
-    m_timeout = other.m_timeout;
-    m_footer = other.m_footer;
-    restartTimer();
+    if (this != &other) {
+        StandardPanel::operator=(other);
+        m_content = other.m_content;
+        restartTimer();
+    }
     return *this;
-}
-
-StatusMessage& StatusMessage::operator=(StatusMessage&& other)
-{
-    return *this = static_cast<const StatusMessage&>(other);
-}
-
-StatusMessage::~StatusMessage()
-{
-    Cv::removeBackgroundPoller(m_poller);
 }
 
 LightweightString<char> StatusMessage::idstring() const
@@ -128,9 +108,9 @@ void StatusMessage::addMessage(const UIString& text)
 {
     const LightweightString<wchar_t> more = text.getString();
     if (!more.empty()) {
-        if (!m_text.empty())
-            m_text += L"\n";
-        m_text += more;
+        if (!m_content.text.empty())
+            m_content.text += L"\n";
+        m_content.text += more;
         fitHeight();
         redraw();
     }
@@ -148,13 +128,13 @@ int StatusMessage::calcHeight(const LightweightString<wchar_t>& text, int width,
 void StatusMessage::fitHeight()
 {
     const int userWidth = getUserArea().width();
-    const XY<int> size = calcPanelSize(userWidth, calcHeight(m_text, userWidth, m_footer));
+    const XY<int> size = calcPanelSize(userWidth, calcHeight(m_content.text, userWidth, m_content.footer));
     resize(getWidth(), size.y);
 }
 
 void StatusMessage::setFooterHeight(int height)
 {
-    m_footer = std::max(0, height);
+    m_content.footer = std::max(0, height);
     fitHeight();
 }
 
@@ -163,7 +143,7 @@ void StatusMessage::setFooterHeight(int height)
 
 void StatusMessage::setTimeout(double ms)
 {
-    m_timeout = std::isfinite(ms) && ms > 0.0 ? ms : 0.0;
+    m_content.timeout = std::isfinite(ms) && ms > 0.0 ? ms : 0.0;
     restartTimer();
 }
 
@@ -176,15 +156,15 @@ void StatusMessage::startPolling()
 {
     restartTimer();
     // Checked once per turn of the event loop; a message is rare, so one poller each costs nothing.
-    m_poller = Cv::addBackgroundPoller([this] { poll(); });
+    m_poller = Cv::ScopedBackgroundPoller([this] { poll(); });
 }
 
 void StatusMessage::poll()
 {
-    if (m_timeout <= 0.0 || m_hover)
+    if (m_content.timeout <= 0.0 || m_pointer->hover)
         return;
     // Readings are large fractional numbers: allow for the rounding of their difference.
-    if (service_get_msecs_precise() - m_shownAt >= m_timeout - 1e-6)
+    if (service_get_msecs_precise() - m_shownAt >= m_content.timeout - 1e-6)
         close(); // destroys this message: nothing may follow
 }
 
@@ -195,16 +175,16 @@ bool StatusMessage::react(const Event& event)
 {
     switch (event.type) {
     case Event::MouseEnter:
-        m_hover = true;
+        m_pointer->hover = true;
         return true;
     case Event::MouseLeave:
-        m_hover = false;
+        m_pointer->hover = false;
         restartTimer();
         return true;
     case Event::MouseDown:
     case Event::MouseDrag:
     case Event::MouseUp: {
-        const ClickTracker::Result result = m_click.track(event, getLocalBox());
+        const ClickTracker::Result result = m_pointer->click.track(event, getLocalBox());
         if (result == ClickTracker::Clicked)
             close(); // destroys this message: nothing may follow
         return result != ClickTracker::Ignored;
@@ -228,10 +208,10 @@ void StatusMessage::drawText()
     StandardPanel::drawText();
     const int gap = UifStd::getWidgetGap();
     GlobBox area = getUserArea();
-    area.removeFromBottom(m_footer);
+    area.removeFromBottom(m_content.footer);
     const GlobBox textBox = area.expanded(-gap);
-    if (textBox.empty() || m_text.empty())
+    if (textBox.empty() || m_content.text.empty())
         return;
-    painter().drawWrappedText(m_text.view(), UifStd::defaultFont(), getPalette().text(), textBox,
+    painter().drawWrappedText(m_content.text.view(), UifStd::defaultFont(), getPalette().text(), textBox,
                               Pictor::TextAlign::Left);
 }

@@ -12,8 +12,10 @@
 // them, not to the message. Messages from them that the subclass does not handle reach StatusMessage's
 // handleMessageEvent, which ignores them.
 
+#include "toolkit/support/BackgroundTasks.h"
 #include "toolkit/ui/ClickTracker.h"
 #include "toolkit/ui/StandardPanel.h"
+#include "toolkit/ui/Transient.h"
 
 #include <cstdint>
 
@@ -34,11 +36,12 @@ public:
 
     explicit StatusMessage(const InitArgs& args);
     StatusMessage(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
+    // A copy shows the same text with its time started afresh; it watches its own time, so these are written
+    // here rather than by the compiler.
     StatusMessage(const StatusMessage& other);
-    StatusMessage(StatusMessage&& other);
+    StatusMessage(StatusMessage&& other) : StatusMessage(static_cast<const StatusMessage&>(other)) {}
     StatusMessage& operator=(const StatusMessage& other);
-    StatusMessage& operator=(StatusMessage&& other);
-    ~StatusMessage() override;
+    StatusMessage& operator=(StatusMessage&& other) { return *this = static_cast<const StatusMessage&>(other); }
 
     LightweightString<char> idstring() const override;
 
@@ -47,9 +50,9 @@ public:
     static StatusMessage* make(const UIString& text, XY<int> bottomLeft, double timeoutMs = defaultTimeout);
 
     void addMessage(const UIString& text);
-    const LightweightString<wchar_t>& getText() const { return m_text; }
+    const LightweightString<wchar_t>& getText() const { return m_content.text; }
     void setTimeout(double ms);
-    double getTimeout() const { return m_timeout; }
+    double getTimeout() const { return m_content.timeout; }
     // Starts the time again from now.
     void restartTimer();
     void setFooterHeight(int height);
@@ -67,11 +70,20 @@ private:
     void startPolling();
     void poll();
 
-    LightweightString<wchar_t> m_text;
-    double m_timeout = defaultTimeout;
+    // What the message says and how long it stays: copied as one.
+    struct Content {
+        LightweightString<wchar_t> text;
+        double timeout = defaultTimeout;
+        int footer = 0;
+    };
+    // The pointer resting on the message, and a click on it in progress.
+    struct Pointer {
+        bool hover = false;
+        ClickTracker click;
+    };
+
+    Content m_content;
     double m_shownAt = 0.0;
-    uint64_t m_poller = 0;
-    int m_footer = 0;
-    bool m_hover = false;
-    ClickTracker m_click;
+    Cv::ScopedBackgroundPoller m_poller;
+    Transient<Pointer> m_pointer;
 };

@@ -31,21 +31,6 @@ bool isWordChar(wchar_t c)
 
 } // namespace
 
-// The rare parts of a text box.
-struct TextBoxBase::Extras {
-    struct Callback {
-        LightweightString<char> msg;
-        EventHandler* target = nullptr;
-        GlobWatch watch; // set when the target is a widget
-        bool isWidget = false;
-    };
-    UIString ghost;
-    LightweightString<wchar_t> allowed;
-    std::array<Callback, NumCallbackEvents> callbacks;
-    Cv::BackgroundPollerId blinkPoller = 0;
-    double blinkStart = 0.0;
-};
-
 TextBoxBase::InitArgs::InitArgs(const GlobCreationInfo& info) : GlobCreationInfo(info)
 {
     const SettingsReader settings(info.config);
@@ -64,59 +49,7 @@ TextBoxBase::TextBoxBase(uint16_t width, uint16_t height, const Palette& palette
 {
 }
 
-TextBoxBase::TextBoxBase(const TextBoxBase& other)
-    : EventHandler(other)
-    , Cv::InternalRefCount(other)
-    , iVirtual(other)
-    , iObject(other)
-    , Glob(other)
-    , TabOrderable(other)
-    , ValWidget<LightweightString<wchar_t>>(other)
-    , FontUser(other)
-{
-    *this = other;
-}
-
-TextBoxBase::TextBoxBase(TextBoxBase&& other) : TextBoxBase(static_cast<const TextBoxBase&>(other)) {}
-
-TextBoxBase& TextBoxBase::operator=(const TextBoxBase& other)
-{
-    if (this == &other)
-        return *this;
-    Glob::operator=(other);
-    FontUser::setFont(other.getFontDesc());
-    m_text = other.m_text;
-    m_caret = other.m_caret;
-    m_anchor = other.m_anchor;
-    m_scroll = other.m_scroll;
-    m_maxLength = other.m_maxLength;
-    m_alignment = other.m_alignment;
-    // Transient state (a drag, the blink, unsaved edits) belongs to the original.
-    m_bits = static_cast<uint16_t>(other.m_bits & (EditableBit | ObfuscatedBit));
-    stopBlinking();
-    if (other.m_extras) {
-        Extras& e = extras();
-        e.ghost = other.m_extras->ghost;
-        e.allowed = other.m_extras->allowed;
-        e.callbacks = other.m_extras->callbacks;
-    } else if (m_extras) {
-        m_extras->ghost = UIString();
-        m_extras->allowed = {};
-        m_extras->callbacks = {};
-    }
-    redraw();
-    return *this;
-}
-
-TextBoxBase& TextBoxBase::operator=(TextBoxBase&& other)
-{
-    return *this = static_cast<const TextBoxBase&>(other);
-}
-
-TextBoxBase::~TextBoxBase()
-{
-    stopBlinking();
-}
+TextBoxBase::~TextBoxBase() = default;
 
 void TextBoxBase::initFrom(const InitArgs& args)
 {
@@ -128,19 +61,12 @@ void TextBoxBase::initFrom(const InitArgs& args)
     m_alignment = args.alignment;
     setBit(EditableBit, args.editable);
     if (!args.allowedChars.empty())
-        extras().allowed = args.allowedChars;
+        m_extras.made().allowed = args.allowedChars;
 }
 
 LightweightString<char> TextBoxBase::idstring() const
 {
     return "TextBoxBase";
-}
-
-TextBoxBase::Extras& TextBoxBase::extras()
-{
-    if (!m_extras)
-        m_extras = std::make_unique<Extras>();
-    return *m_extras;
 }
 
 // ---------------------------------------------------------------------------------------------------------
@@ -183,7 +109,7 @@ void TextBoxBase::setAllowedChars(const LightweightString<wchar_t>& allowed)
 {
     if (allowed.empty() && !m_extras)
         return;
-    extras().allowed = allowed;
+    m_extras.made().allowed = allowed;
 }
 
 LightweightString<wchar_t> TextBoxBase::getAllowedChars() const
@@ -195,7 +121,7 @@ void TextBoxBase::setGhostLabel(const UIString& ghost)
 {
     if (ghost.empty() && !m_extras)
         return;
-    extras().ghost = ghost;
+    m_extras.made().ghost = ghost;
     if (m_text.empty())
         redraw();
 }
@@ -264,7 +190,7 @@ bool TextBoxBase::isCaretShown() const
 {
     if (!isEditable() || !hasFocus() || !isEnabledInTree())
         return false;
-    const double since = service_get_msecs_precise() - (m_extras ? m_extras->blinkStart : 0.0);
+    const double since = service_get_msecs_precise() - m_blink->start;
     return since < 0.0 || static_cast<long long>(since / kBlinkMs) % 2 == 0;
 }
 
@@ -415,7 +341,7 @@ void TextBoxBase::requestCallback(const LightweightString<char>& msg, EventHandl
     const int index = static_cast<int>(event);
     if (index <= 0 || index >= NumCallbackEvents)
         return;
-    Extras::Callback& cb = extras().callbacks[static_cast<size_t>(index)];
+    Extras::Callback& cb = m_extras.made().callbacks[static_cast<size_t>(index)];
     cb.msg = msg;
     cb.target = msg.empty() ? nullptr : target;
     Glob* glob = dynamic_cast<Glob*>(cb.target);
@@ -538,26 +464,21 @@ void TextBoxBase::reshape()
 
 void TextBoxBase::restartBlink()
 {
-    if (m_extras)
-        m_extras->blinkStart = service_get_msecs_precise();
+    m_blink->start = service_get_msecs_precise();
     setBit(CaretOnBit, true);
 }
 
 void TextBoxBase::startBlinking()
 {
-    Extras& e = extras();
-    e.blinkStart = service_get_msecs_precise();
+    m_blink->start = service_get_msecs_precise();
     setBit(CaretOnBit, true);
-    if (e.blinkPoller == 0)
-        e.blinkPoller = Cv::addBackgroundPoller([this] { pollBlink(); });
+    if (!m_blink->poller.running())
+        m_blink->poller = Cv::ScopedBackgroundPoller([this] { pollBlink(); });
 }
 
 void TextBoxBase::stopBlinking()
 {
-    if (m_extras && m_extras->blinkPoller != 0) {
-        Cv::removeBackgroundPoller(m_extras->blinkPoller);
-        m_extras->blinkPoller = 0;
-    }
+    m_blink->poller.stop();
 }
 
 void TextBoxBase::pollBlink()

@@ -30,16 +30,19 @@
 // each edit or move so that it never vanishes while the user works.
 
 #include "toolkit/gfx/FontUser.h"
+#include "toolkit/support/BackgroundTasks.h"
 #include "toolkit/support/LightweightString.h"
 #include "toolkit/support/UIString.h"
+#include "toolkit/support/ValuePtr.h"
 #include "toolkit/ui/Glob.h"
 #include "toolkit/ui/TabOrderable.h"
+#include "toolkit/ui/Transient.h"
 #include "toolkit/widgets/TextAlignment.h"
 #include "toolkit/widgets/ValWidget.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -78,10 +81,12 @@ public:
 
     explicit TextBoxBase(const InitArgs& args);
     TextBoxBase(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
-    TextBoxBase(const TextBoxBase& other);
-    TextBoxBase(TextBoxBase&& other);
-    TextBoxBase& operator=(const TextBoxBase& other);
-    TextBoxBase& operator=(TextBoxBase&& other);
+    // A copy shows the same text, options and selection; the entry in progress (a drag, the blink, edits
+    // not yet committed) stays with the original.
+    TextBoxBase(const TextBoxBase& other) = default;
+    TextBoxBase(TextBoxBase&& other) = default;
+    TextBoxBase& operator=(const TextBoxBase& other) = default;
+    TextBoxBase& operator=(TextBoxBase&& other) = default;
     ~TextBoxBase() override;
 
     LightweightString<char> idstring() const override;
@@ -180,15 +185,37 @@ private:
     enum Bit : uint16_t {
         EditableBit = 1u << 0,
         ObfuscatedBit = 1u << 1,
+        // Gesture bits, kept apart so that a copy drops them.
         DirtyBit = 1u << 2,    // changed by the user since the last commit
         DraggingBit = 1u << 3, // a press is selecting
         CaretOnBit = 1u << 4,  // the caret was drawn in the last blink phase
     };
-    struct Extras;
+    static constexpr uint16_t gestureBits = DirtyBit | DraggingBit | CaretOnBit;
+    // The rare parts of a text box.
+    struct Extras {
+        struct Callback {
+            LightweightString<char> msg;
+            EventHandler* target = nullptr;
+            GlobWatch watch; // set when the target is a widget
+            bool isWidget = false;
+        };
+        UIString ghost;
+        LightweightString<wchar_t> allowed;
+        std::array<Callback, NumCallbackEvents> callbacks;
+    };
+    // The caret's blinking while the box has the focus.
+    struct Blink {
+        Cv::ScopedBackgroundPoller poller;
+        double start = 0.0;
+    };
 
-    bool hasBit(uint16_t bit) const { return (m_bits & bit) != 0; }
-    void setBit(uint16_t bit, bool on) { m_bits = static_cast<uint16_t>(on ? (m_bits | bit) : (m_bits & ~bit)); }
-    Extras& extras();
+    bool hasBit(uint16_t bit) const { return ((m_bits | *m_gesture) & bit) != 0; }
+    // `bit` is either all kept bits or all gesture bits.
+    void setBit(uint16_t bit, bool on)
+    {
+        uint16_t& word = (bit & gestureBits) ? *m_gesture : m_bits;
+        word = static_cast<uint16_t>(on ? (word | bit) : (word & ~bit));
+    }
     void initFrom(const InitArgs& args);
     // What is drawn: the text, or a bullet per character.
     std::wstring displayText() const;
@@ -206,11 +233,13 @@ private:
     void selectWordAt(size_t pos);
 
     std::wstring m_text;
-    std::unique_ptr<Extras> m_extras;
+    ValuePtr<Extras> m_extras;
     size_t m_caret = 0;
     size_t m_anchor = 0;
     double m_scroll = 0.0;
     int m_maxLength = 0;
     TextAlignment m_alignment;
     uint16_t m_bits = EditableBit;
+    Transient<uint16_t> m_gesture;
+    Transient<Blink> m_blink;
 };

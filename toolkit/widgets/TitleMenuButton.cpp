@@ -29,7 +29,7 @@ TitleMenuButton::InitArgs::InitArgs(const GlobCreationInfo& info) : GlobCreation
 }
 
 TitleMenuButton::TitleMenuButton(const InitArgs& args)
-    : Glob(args), m_title(args.title), m_titleWidth(args.titleWidth)
+    : Glob(args), m_look{args.title, args.titleWidth}
 {
     const std::vector<MenuItem> items = MenuItem::fromLabels(args.items);
     layOut(items, args.width, args.height);
@@ -38,7 +38,7 @@ TitleMenuButton::TitleMenuButton(const InitArgs& args)
 
 TitleMenuButton::TitleMenuButton(UIString title, std::vector<UIString> items, const Palette& palette, uint16_t width,
                                  uint16_t height, uint16_t buttonHeight, Canvas* canvas, bool showSelected)
-    : Glob(width, height, palette, canvas), m_title(std::move(title)), m_buttonHeight(buttonHeight)
+    : Glob(width, height, palette, canvas), m_look{std::move(title), 0, buttonHeight}
 {
     const std::vector<MenuItem> menuItems = MenuItem::fromLabels(items);
     layOut(menuItems, width, height);
@@ -48,10 +48,10 @@ TitleMenuButton::TitleMenuButton(UIString title, std::vector<UIString> items, co
 
 void TitleMenuButton::layOut(const std::vector<MenuItem>& items, uint16_t width, uint16_t height)
 {
-    if (m_titleWidth == 0)
-        m_titleWidth = static_cast<uint16_t>(std::min(titleTextWidth(m_title), 65535));
-    const int h = height ? height : std::max<int>(m_buttonHeight, UifStd::getButtonHeight());
-    const int w = width ? width : m_titleWidth + DropDownMenuButton::calcWidth(items, UifStd::getDefaultFont());
+    if (m_look.titleWidth == 0)
+        m_look.titleWidth = static_cast<uint16_t>(std::min(titleTextWidth(m_look.title), 65535));
+    const int h = height ? height : std::max<int>(m_look.buttonHeight, UifStd::getButtonHeight());
+    const int w = width ? width : m_look.titleWidth + DropDownMenuButton::calcWidth(items, UifStd::getDefaultFont());
     resize(w, h);
 }
 
@@ -61,39 +61,23 @@ TitleMenuButton::TitleMenuButton(uint16_t width, uint16_t height, const Palette&
     build({}, MenuItemIndex(0));
 }
 
-// A copy is a new widget: it gets a drop-down of its own with the original's menu and selection.
+// A copy is a new widget: it gets a drop-down of its own, a copy of the original's.
 TitleMenuButton::TitleMenuButton(const TitleMenuButton& other)
     : EventHandler(other), Cv::InternalRefCount(other), iVirtual(other), iObject(other), Glob(other),
-      TabOrderableHost(other), ValWidget<int>(other), m_title(other.m_title), m_titleWidth(other.m_titleWidth),
-      m_buttonHeight(other.m_buttonHeight)
+      TabOrderableHost(other), ValWidget<int>(other), m_look(other.m_look)
 {
-    build(other.m_button->getItems(), MenuItemIndex(other.getSelectedItem()));
-    m_button->useSelectedForButtonDisplay(other.m_button->usesSelectedForButtonDisplay());
-    m_button->setString(other.m_button->getString());
-    m_button->setMessage(other.m_button->getMessage());
-}
-
-TitleMenuButton::TitleMenuButton(TitleMenuButton&& other) : TitleMenuButton(static_cast<const TitleMenuButton&>(other))
-{
+    adopt(new DropDownMenuButton(*other.m_button));
 }
 
 TitleMenuButton& TitleMenuButton::operator=(const TitleMenuButton& other)
 {
     if (this != &other) {
         Glob::operator=(other);
-        m_title = other.m_title;
-        m_titleWidth = other.m_titleWidth;
-        m_buttonHeight = other.m_buttonHeight;
+        m_look = other.m_look;
         *m_button = *other.m_button;
         reshape();
-        redraw();
     }
     return *this;
-}
-
-TitleMenuButton& TitleMenuButton::operator=(TitleMenuButton&& other)
-{
-    return *this = static_cast<const TitleMenuButton&>(other);
 }
 
 TitleMenuButton::~TitleMenuButton() = default;
@@ -105,24 +89,29 @@ LightweightString<char> TitleMenuButton::idstring() const
 
 void TitleMenuButton::build(const std::vector<MenuItem>& items, MenuItemIndex selection)
 {
-    m_button = addWidget<DropDownMenuButton>(
-        DropDownMenuButton::InitArgs(items, std::move(selection), 1, 1, getPalette()), Glob::BottomLeft(0, 0));
+    adopt(new DropDownMenuButton(DropDownMenuButton::InitArgs(items, std::move(selection), 1, 1, getPalette())));
+}
+
+void TitleMenuButton::adopt(DropDownMenuButton* button)
+{
+    m_button = button;
+    addChild(button, Glob::BottomLeft(0, 0));
     reshape();
 }
 
 void TitleMenuButton::reshape()
 {
     if (m_button) {
-        const int h = m_buttonHeight && m_buttonHeight < getHeight() ? m_buttonHeight : getHeight();
-        m_button->resize(std::max(1, getWidth() - m_titleWidth), std::max(1, h));
-        m_button->setPos(m_titleWidth, (getHeight() - h) / 2);
+        const int h = m_look.buttonHeight && m_look.buttonHeight < getHeight() ? m_look.buttonHeight : getHeight();
+        m_button->resize(std::max(1, getWidth() - m_look.titleWidth), std::max(1, h));
+        m_button->setPos(m_look.titleWidth, (getHeight() - h) / 2);
     }
     Glob::reshape();
 }
 
 void TitleMenuButton::setTitle(const UIString& title)
 {
-    m_title = title;
+    m_look.title = title;
     redraw();
 }
 
@@ -167,9 +156,9 @@ void TitleMenuButton::setActive(bool active, eRedrawFlag redrawFlag)
 
 void TitleMenuButton::drawText()
 {
-    if (m_titleWidth == 0)
+    if (m_look.titleWidth == 0)
         return;
-    const GlobBox titleBox(0, 0, std::max(0, m_titleWidth - UifStd::getWidgetGap()), getHeight());
-    StylePainter::drawLabel(painter(), titleBox, getPalette(), m_title.getString().view(), Pictor::TextAlign::Left,
+    const GlobBox titleBox(0, 0, std::max(0, m_look.titleWidth - UifStd::getWidgetGap()), getHeight());
+    StylePainter::drawLabel(painter(), titleBox, getPalette(), m_look.title.getString().view(), Pictor::TextAlign::Left,
                             isEnabledInTree());
 }

@@ -42,17 +42,17 @@ public:
     TitleMenuButton(UIString title, std::vector<UIString> items, const Palette& palette, uint16_t width,
                     uint16_t height, uint16_t buttonHeight, Canvas* canvas, bool showSelected);
     TitleMenuButton(const TitleMenuButton& other);
-    TitleMenuButton(TitleMenuButton&& other);
+    TitleMenuButton(TitleMenuButton&& other) : TitleMenuButton(static_cast<const TitleMenuButton&>(other)) {}
     TitleMenuButton& operator=(const TitleMenuButton& other);
-    TitleMenuButton& operator=(TitleMenuButton&& other);
+    TitleMenuButton& operator=(TitleMenuButton&& other) { return *this = static_cast<const TitleMenuButton&>(other); }
     ~TitleMenuButton() override;
 
     LightweightString<char> idstring() const override;
 
     DropDownMenuButton* getBtn() const { return m_button; }
     void setTitle(const UIString& title);
-    const UIString& getTitle() const { return m_title; }
-    uint16_t getTitleWidth() const { return m_titleWidth; }
+    const UIString& getTitle() const { return m_look.title; }
+    uint16_t getTitleWidth() const { return m_look.titleWidth; }
 
     // The drop-down's selection: a position among its entries (headings not counted), -1 for none.
     int getSelectedItem() const;
@@ -69,12 +69,19 @@ protected:
     void showValue(const int& position, DataChangeType type) override;
 
 private:
+    // What the row shows beside its button, and how it shares its size with it: copied as one.
+    struct Look {
+        UIString title;
+        uint16_t titleWidth = 0;
+        // 0: as high as the widget.
+        uint16_t buttonHeight = 0;
+    };
+
     void build(const std::vector<MenuItem>& items, MenuItemIndex selection);
+    // Makes `button` the row's drop-down (a child).
+    void adopt(DropDownMenuButton* button);
     void layOut(const std::vector<MenuItem>& items, uint16_t width, uint16_t height);
 
-    UIString m_title;
+    Look m_look;
     DropDownMenuButton* m_button = nullptr;
-    uint16_t m_titleWidth = 0;
-    // 0: as high as the widget.
-    uint16_t m_buttonHeight = 0;
 };

@@ -50,14 +50,13 @@ public:
 
     explicit TitledGlob(const InitArgs& args)
         : Glob(args)
-        , m_title(args.title)
-        , m_titleWidth(args.titleWidth ? args.titleWidth : TitledGlobDetail::calcTitleWidth(args.title))
+        , m_title{args.title, args.titleWidth ? args.titleWidth : TitledGlobDetail::calcTitleWidth(args.title)}
     {
-        m_widget = new T(args.widget);
-        const int w = args.width ? args.width : m_titleWidth + m_widget->getWidth();
-        const int h = args.height ? args.height : std::max<int>(m_widget->getHeight(), UifStd::getButtonHeight());
+        auto* made = new T(args.widget);
+        const int w = args.width ? args.width : m_title.width + made->getWidth();
+        const int h = args.height ? args.height : std::max<int>(made->getHeight(), UifStd::getButtonHeight());
         resize(w, h);
-        adopt();
+        adopt(made);
     }
     // A widget of T's own (width, height) construction beside an empty title column.
     TitledGlob(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr)
@@ -67,23 +66,16 @@ public:
     TitledGlob(UIString title, uint16_t width, uint16_t height, const Palette& palette = Palette(),
                Canvas* canvas = nullptr)
         : Glob(width, height, palette, canvas)
-        , m_title(std::move(title))
-        , m_titleWidth(m_title.empty() ? 0 : TitledGlobDetail::calcTitleWidth(m_title))
+        , m_title{title, static_cast<uint16_t>(title.empty() ? 0 : TitledGlobDetail::calcTitleWidth(title))}
     {
-        m_widget = new T(static_cast<uint16_t>(std::max(0, width - m_titleWidth)), height, palette, canvas);
-        adopt();
+        adopt(new T(static_cast<uint16_t>(std::max(0, width - m_title.width)), height, palette, canvas));
     }
+    // A copy is a new widget: it wraps a copy of the original's widget.
     TitledGlob(const TitledGlob& other)
-        : EventHandler(other)
-        , Cv::InternalRefCount(other)
-        , iVirtual(other)
-        , iObject(other)
-        , Glob(other)
-        , m_title(other.m_title)
-        , m_titleWidth(other.m_titleWidth)
+        : EventHandler(other), Cv::InternalRefCount(other), iVirtual(other), iObject(other), Glob(other),
+          m_title(other.m_title)
     {
-        m_widget = new T(*other.m_widget);
-        adopt();
+        adopt(new T(*other.m_widget));
     }
     TitledGlob(TitledGlob&& other) : TitledGlob(static_cast<const TitledGlob&>(other)) {}
     TitledGlob& operator=(const TitledGlob& other)
@@ -91,7 +83,6 @@ public:
         if (this != &other) {
             Glob::operator=(other);
             m_title = other.m_title;
-            m_titleWidth = other.m_titleWidth;
             *m_widget = *other.m_widget;
             reshape();
         }
@@ -108,14 +99,14 @@ public:
     T* widget() const { return m_widget; }
     void setTitle(const UIString& title)
     {
-        m_title = title;
+        m_title.text = title;
         redraw();
     }
-    const UIString& getTitle() const { return m_title; }
-    uint16_t getTitleWidth() const { return m_titleWidth; }
+    const UIString& getTitle() const { return m_title.text; }
+    uint16_t getTitleWidth() const { return m_title.width; }
     void setTitleWidth(uint16_t width)
     {
-        m_titleWidth = width;
+        m_title.width = width;
         reshape();
         redraw();
     }
@@ -133,29 +124,34 @@ public:
     {
         if (!m_widget)
             return;
-        const int w = std::max(0, getWidth() - m_titleWidth);
+        const int w = std::max(0, getWidth() - m_title.width);
         const int h = std::min<int>(getHeight(), m_widget->getHeight() ? m_widget->getHeight() : getHeight());
         m_widget->resize(w, h);
         WidgetDetails d = getWidget(m_widget);
-        d.position = BottomLeft(m_titleWidth, (getHeight() - m_widget->getHeight()) / 2);
+        d.position = BottomLeft(m_title.width, (getHeight() - m_widget->getHeight()) / 2);
         setWidgetDetails(d);
     }
     void drawText() override
     {
-        TitledGlobDetail::drawTitle(painter(), m_title, GlobBox(0, 0, m_titleWidth, getHeight()), getPalette(),
-                                    isEnabledInTree());
+        TitledGlobDetail::drawTitle(painter(), m_title.text, GlobBox(0, 0, m_title.width, getHeight()),
+                                    getPalette(), isEnabledInTree());
     }
 
 private:
-    void adopt()
+    void adopt(T* widget)
     {
-        addChild(m_widget, BottomLeft(m_titleWidth, (getHeight() - m_widget->getHeight()) / 2));
+        m_widget = widget;
+        addChild(m_widget, BottomLeft(m_title.width, (getHeight() - m_widget->getHeight()) / 2));
         reshape();
     }
 
-    UIString m_title;
+    // The title column: copied as one.
+    struct Title {
+        UIString text;
+        uint16_t width = 0;
+    };
+    Title m_title;
     T* m_widget = nullptr; // a child: owned by the tree
-    uint16_t m_titleWidth = 0;
 };
 
 // Makes "Titled" + widgetTypeName known to GlobManager::createGlob.

@@ -82,6 +82,21 @@ TEST_F(StatusMessageTest, ThePointerRestingOnItHoldsTheTime)
     EXPECT_FALSE(is_good_glob_ptr(m, stamp));
 }
 
+TEST_F(StatusMessageTest, ACopyMadeUnderThePointerGoesAwayOnItsOwnTime)
+{
+    StatusMessage* m = StatusMessage::make(UIString(L"Hover me"), {100, 100}, 1000.0);
+    const IdStamp stamp = m->getIdStamp();
+    ui.moveTo(m);
+    auto* copy = new StatusMessage(*m);
+    ASSERT_TRUE(GlobManager::realize(copy));
+    const IdStamp copyStamp = copy->getIdStamp();
+    EXPECT_EQ(copy->getText(), L"Hover me");
+    ui.advance(1000);
+    ui.step();
+    EXPECT_FALSE(is_good_glob_ptr(copy, copyStamp)) << "the pointer rests on the original, not on the copy";
+    EXPECT_TRUE(is_good_glob_ptr(m, stamp));
+}
+
 // A message with a check box of its own, as a first-use hint has.
 class HintMessage : public StatusMessage {
 public:

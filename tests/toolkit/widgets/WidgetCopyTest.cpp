@@ -2,9 +2,14 @@
 
 #include "toolkit/testing/UiHarness.h"
 #include "toolkit/ui/Event.h"
+#include "toolkit/ui/MenuGlob.h"
 #include "toolkit/ui/UifStd.h"
+#include "toolkit/widgets/Button.h"
+#include "toolkit/widgets/CustomTextBox.h"
+#include "toolkit/widgets/DropDownMenuButton.h"
 #include "toolkit/widgets/ScrollBar.h"
 #include "toolkit/widgets/Slider.h"
+#include "toolkit/widgets/TextBoxBase.h"
 
 #include <gtest/gtest.h>
 
@@ -62,4 +67,63 @@ TEST_F(WidgetCopyTest, ScrollBarCopiedWhileAnArrowIsHeldLeavesTheOriginalRepeati
     ui.step(3);
     EXPECT_GT(ui.owner().count(), 0u) << "the held arrow keeps stepping after its copy is gone";
     ui.release(bar, XY<int>(8, 4));
+}
+
+TEST_F(WidgetCopyTest, ButtonCopiedMidPressKeepsItsDownStateButIsNotPressed)
+{
+    Button::InitArgs args(UIString(L"Loop"), 80);
+    args.latching = true;
+    auto* button = ui.make<Button>(args, Glob::BottomLeft(10, 10));
+    button->setDown(true);
+    ui.press(button);
+    ASSERT_TRUE(button->isPressedNow());
+    const Button copy(*button);
+    EXPECT_TRUE(copy.isDown());
+    EXPECT_TRUE(copy.isLatching());
+    EXPECT_FALSE(copy.isPressedNow());
+    EXPECT_FALSE(copy.isHovered());
+    ui.release(button);
+}
+
+TEST_F(WidgetCopyTest, TextBoxCopiedMidSelectionDragDoesNotFollowThePointer)
+{
+    auto* box = ui.make<TextBoxBase>(TextBoxBase::InitArgs(L"frames per second", 200, 24, UifStd::getColourScheme()),
+                                     Glob::BottomLeft(20, 20));
+    ui.focus(box);
+    const int y = box->getHeight() / 2;
+    ui.press(box, XY<int>(static_cast<int>(box->xForPos(0)), y));
+    TextBoxBase copy(*box);
+    copy.react(dragTo({static_cast<int>(copy.xForPos(6)), y}));
+    EXPECT_EQ(copy.text(), L"frames per second");
+    EXPECT_FALSE(copy.hasSelection());
+    ui.release(box, XY<int>(static_cast<int>(box->xForPos(0)), y));
+}
+
+TEST_F(WidgetCopyTest, CustomTextBoxCopyKeepsItsKeyFilter)
+{
+    auto* box = ui.make<CustomTextBox>(CustomTextBox::InitArgs(L"", 200, 24, UifStd::getColourScheme()),
+                                       Glob::BottomLeft(20, 20));
+    box->setKeyFilter([](CustomTextBox&, const Event& key) { return key.key == 'x'; });
+    CustomTextBox copy(*box);
+    copy.insertText(L"ab");
+    Event key = Event::makeKey('x');
+    EXPECT_TRUE(copy.react(key));
+    EXPECT_EQ(copy.text(), L"ab");
+}
+
+TEST_F(WidgetCopyTest, DropDownCopiedWhileItsMenuIsOpenIsNeitherDownNorOpen)
+{
+    auto* button = ui.make<DropDownMenuButton>(
+        DropDownMenuButton::InitArgs(std::vector<UIString>{UIString(L"PAL"), UIString(L"NTSC")}, MenuItemIndex(1)),
+        Glob::BottomLeft(50, 200));
+    ui.click(button);
+    ASSERT_NE(button->getOpenMenu(), nullptr);
+    {
+        const DropDownMenuButton copy(*button);
+        EXPECT_EQ(copy.getSelectedItem(), 1);
+        EXPECT_FALSE(copy.isDown());
+        EXPECT_EQ(copy.getOpenMenu(), nullptr);
+    }
+    EXPECT_NE(button->getOpenMenu(), nullptr) << "the copy going closes nothing of the original's";
+    EXPECT_TRUE(button->isDown());
 }
