@@ -38,11 +38,6 @@ ScrollBar::ScrollBar(uint16_t width, uint16_t height, const Palette& palette, Ca
 {
 }
 
-ScrollBar::~ScrollBar()
-{
-    stopRepeating();
-}
-
 LightweightString<char> ScrollBar::idstring() const
 {
     return "ScrollBar";
@@ -203,15 +198,13 @@ bool ScrollBar::stepPressedPart()
 void ScrollBar::startRepeating()
 {
     m_press->nextRepeat = service_get_msecs_precise() + repeatDelay;
-    if (!*m_repeater)
-        *m_repeater = Cv::addBackgroundPoller([this] { repeatIfDue(); });
+    if (!m_repeater->running())
+        *m_repeater = Cv::ScopedBackgroundPoller([this] { repeatIfDue(); });
 }
 
 void ScrollBar::stopRepeating()
 {
-    if (*m_repeater)
-        Cv::removeBackgroundPoller(*m_repeater);
-    *m_repeater = 0;
+    m_repeater->stop();
 }
 
 void ScrollBar::repeatIfDue()

@@ -20,6 +20,7 @@
 //
 // isScrollBarMsg tells an owner's handler that a message is one of these three.
 
+#include "toolkit/support/BackgroundTasks.h"
 #include "toolkit/ui/Glob.h"
 #include "toolkit/ui/Transient.h"
 
@@ -46,7 +47,6 @@ public:
     ScrollBar(ScrollBar&&) = default;
     ScrollBar& operator=(const ScrollBar&) = default;
     ScrollBar& operator=(ScrollBar&&) = default;
-    ~ScrollBar() override;
 
     LightweightString<char> idstring() const override;
 
@@ -103,5 +103,5 @@ private:
         double nextRepeat = 0.0;
     };
     Transient<Press> m_press;
-    Transient<uint64_t> m_repeater; // a background poller, only while an arrow or the track is held
+    Transient<Cv::ScopedBackgroundPoller> m_repeater; // only while an arrow or the track is held
 };

@@ -69,6 +69,20 @@ TEST_F(WidgetCopyTest, ScrollBarCopiedWhileAnArrowIsHeldLeavesTheOriginalRepeati
     ui.release(bar, XY<int>(8, 4));
 }
 
+TEST_F(WidgetCopyTest, ScrollBarAssignedOverWhileHeldStopsRepeatingForGood)
+{
+    auto* bar = ui.make<ScrollBar>(ScrollBar::InitArgs(200, 16), Glob::BottomLeft(10, 10));
+    bar->setThumbSize(0.1);
+    bar->setThumbPos(0.5);
+    ui.press(bar, XY<int>(8, 4)); // the arrow at the bottom
+    *bar = ScrollBar(ScrollBar::InitArgs(200, 16));
+    Glob::destroy(bar);
+    ui.owner().clear();
+    ui.advance(1000);
+    ui.step(3); // a repeat left running would now step a bar that is gone
+    EXPECT_EQ(ui.owner().count(), 0u);
+}
+
 TEST_F(WidgetCopyTest, ButtonCopiedMidPressKeepsItsDownStateButIsNotPressed)
 {
     Button::InitArgs args(UIString(L"Loop"), 80);
