@@ -940,29 +940,43 @@ void FontEngine::draw(cairo_t* cr, std::string_view utf8, double x, double basel
         drawWithLayout(cr, utf8, x, baseline);
         return;
     }
+    // Text the tables can place is placed afresh every time: that costs no more than finding it kept, and far
+    // less than keeping it when the text is new, as every row is on a page of a long table scrolled through.
+    if (shapeFromTables(utf8, m_drawnFromTables)) {
+        drawShaped(cr, m_drawnFromTables, x, baseline);
+        return;
+    }
     const ShapedText* shaped = m_shapedTexts.find(utf8);
-    if (!shaped)
-        shaped = &m_shapedTexts.insert(utf8, shapeForDrawing(utf8));
+    if (!shaped) {
+        ShapedText laidOut;
+        shapeWithLayout(utf8, laidOut);
+        shaped = &m_shapedTexts.insert(utf8, std::move(laidOut));
+    }
     if (shaped->needsLayout) {
         drawWithLayout(cr, utf8, x, baseline);
         return;
     }
+    drawShaped(cr, *shaped, x, baseline);
+}
+
+void FontEngine::drawShaped(cairo_t* cr, const ShapedText& shaped, double x, double baseline)
+{
     // The layout renderer's own arithmetic, step by step, so that every glyph lands on the very same
     // fraction of a pixel: the pen goes to the line's top through the current point (Cairo keeps it in fixed
     // point), and each glyph is placed from there.
-    cairo_move_to(cr, x, baseline - shaped->baseline / double(PANGO_SCALE));
+    cairo_move_to(cr, x, baseline - shaped.baseline / double(PANGO_SCALE));
     double left = 0.0;
     double top = 0.0;
     cairo_get_current_point(cr, &left, &top);
-    const double baseY = top + double(shaped->baseline) / PANGO_SCALE;
+    const double baseY = top + double(shaped.baseline) / PANGO_SCALE;
     // Fonts belong to the user-interface thread, so one array serves them all.
     static std::vector<cairo_glyph_t> placed;
-    placed.resize(shaped->glyphs.size());
-    for (const ShapedRun& run : shaped->runs) {
+    placed.resize(shaped.glyphs.size());
+    for (const ShapedRun& run : shaped.runs) {
         const double baseX = left + double(run.x) / PANGO_SCALE;
         cairo_glyph_t* out = placed.data();
         for (uint32_t i = 0; i < run.glyphCount; ++i) {
-            const ShapedGlyph& glyph = shaped->glyphs[run.firstGlyph + i];
+            const ShapedGlyph& glyph = shaped.glyphs[run.firstGlyph + i];
             out[i].index = glyph.index;
             out[i].x = baseX + double(glyph.x) / PANGO_SCALE;
             out[i].y = glyph.y == 0 ? baseY : baseY + double(glyph.y) / PANGO_SCALE;
@@ -970,14 +984,6 @@ void FontEngine::draw(cairo_t* cr, std::string_view utf8, double x, double basel
         cairo_set_scaled_font(cr, run.font);
         cairo_show_glyphs(cr, out, static_cast<int>(run.glyphCount));
     }
-}
-
-ShapedText FontEngine::shapeForDrawing(std::string_view utf8)
-{
-    ShapedText shaped;
-    if (!shapeFromTables(utf8, shaped))
-        shapeWithLayout(utf8, shaped);
-    return shaped;
 }
 
 bool FontEngine::shapeFromTables(std::string_view utf8, ShapedText& shaped)
@@ -998,7 +1004,8 @@ bool FontEngine::shapeFromTables(std::string_view utf8, ShapedText& shaped)
         pen += m_advance[slots[i]] + k;
     }
     shaped.baseline = m_baselineUnits;
-    shaped.runs.push_back({cairo_scaled_font_reference(m_scaledFont), 0, static_cast<uint32_t>(count), 0});
+    shaped.runs.assign(1, {m_scaledFont, 0, static_cast<uint32_t>(count), 0});
+    shaped.needsLayout = false;
     return true;
 }
 

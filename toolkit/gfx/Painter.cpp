@@ -206,6 +206,20 @@ void Painter::fillRect(const PaintRect& rect, const Colour& colour)
     cairo_fill(cr);
 }
 
+void Painter::fillRects(std::span<const PaintRect> rects, const Colour& colour)
+{
+    cairo_t* cr = m_state->cr;
+    cairo_new_path(cr);
+    for (const PaintRect& rect : rects) {
+        if (rect.empty())
+            continue;
+        const auto d = m_state->device(rect);
+        cairo_rectangle(cr, d.x, d.y, d.w, d.h);
+    }
+    setSource(cr, colour);
+    cairo_fill(cr); // an empty path fills nothing
+}
+
 void Painter::strokeRect(const PaintRect& rect, const Colour& colour, double lineWidth)
 {
     if (rect.empty() || !(lineWidth > 0.0))

@@ -202,6 +202,9 @@ public:
     virtual bool handleMouseEvent(const Event& event);
     // Paints the widget itself (children are painted after it by the screen): background, border, text.
     virtual void draw();
+    // True for a widget whose draw() covers every pixel of its area with opaque colour: the screen then leaves
+    // what lies beneath it unpainted. Answer only what draw() keeps to, palette included.
+    virtual bool isOpaque() const { return false; }
     virtual void drawBackground();
     virtual void drawBorder();
     virtual void drawText();

@@ -22,6 +22,31 @@ namespace {
 // whether a pause of exactly the limit counts.
 constexpr double clockSlack = 1e-6;
 
+// The parts of the boxes that lie outside `hole`, as boxes that do not overlap each other when the given ones
+// do not.
+std::vector<GlobBox> withoutBox(const std::vector<GlobBox>& boxes, const GlobBox& hole)
+{
+    std::vector<GlobBox> out;
+    for (const GlobBox& box : boxes) {
+        const GlobBox common = box.intersection(hole);
+        if (common.empty()) {
+            out.push_back(box);
+            continue;
+        }
+        // Full-width bands below and above the hole, then what is left beside it.
+        const GlobBox pieces[] = {
+            GlobBox(box.left(), box.bottom(), box.right(), common.bottom()),
+            GlobBox(box.left(), common.top(), box.right(), box.top()),
+            GlobBox(box.left(), common.bottom(), common.left(), common.top()),
+            GlobBox(common.right(), common.bottom(), box.right(), common.top()),
+        };
+        for (const GlobBox& piece : pieces)
+            if (!piece.empty())
+                out.push_back(piece);
+    }
+    return out;
+}
+
 Screen* currentScreen = nullptr;
 Pictor::Painter* activePainter = nullptr;
 
@@ -589,8 +614,15 @@ void Screen::paintAreas(Pictor::Painter& painter, const std::vector<GlobBox>& ar
         bounds = bounds.unionWith(area);
     Pictor::StateSaver saver(painter);
     painter.clipTo(std::span<const Pictor::PaintRect>(rects));
-    painter.fillRect(bounds, UifStd::getScreenBackground());
     const std::vector<Glob*> tops = m_topLevels; // a draw() may not reorder what is being painted
+    // The background only where no opaque widget will paint over it: a table filling most of a repaint would
+    // otherwise have the whole area written twice.
+    std::vector<GlobBox> background(1, bounds);
+    for (Glob* top : tops)
+        if (is_good_glob_ptr(top) && top->isVisible() && top->isOpaque())
+            background = withoutBox(background, GlobBox::fromOriginAndSize(top->getPosition(), top->getSize()));
+    const std::vector<Pictor::PaintRect> backgroundRects(background.begin(), background.end());
+    painter.fillRects(backgroundRects, UifStd::getScreenBackground());
     for (Glob* top : tops)
         if (is_good_glob_ptr(top) && top->isVisible())
             paintGlob(painter, top, top->getPosition(), bounds, XY<int>(0, 0), areas);

@@ -1012,24 +1012,42 @@ void TableWidget::draw()
     if (m_rows->count > 0 && !rows.empty()) {
         Pictor::StateSaver saver(p);
         p.clipTo(rows);
-        // Only the rows that meet what is being repainted; a row's grid lines reach one pixel past its box.
+        // Only the rows that meet what is being repainted.
         const Pictor::PaintRect clip = p.clipBounds();
-        const int64_t clipTop = static_cast<int64_t>(std::ceil(clip.y1)) + 1;
-        const int64_t clipBottom = static_cast<int64_t>(std::floor(clip.y0)) - 1;
+        const int64_t clipTop = static_cast<int64_t>(std::ceil(clip.y1));
+        const int64_t clipBottom = static_cast<int64_t>(std::floor(clip.y0));
         unsigned row = m_rows->rowAtY(m_scroll + std::max<int64_t>(0, rows.top() - clipTop));
-        int64_t top = rows.top() - (m_rows->top(row) - m_scroll);
+        const int64_t firstTop = rows.top() - (m_rows->top(row) - m_scroll);
+        int64_t top = firstTop;
+        const auto edges = layoutColumns(m_columns, rows.width());
+        // The grid goes on after the cells, all of it in one fill: a line along the bottom of each row and one
+        // down the right of each column, on whole pixels inside the row's own box.
+        std::vector<Pictor::PaintRect> grid;
         while (row < m_rows->count && top > rows.bottom() && top > clipBottom) {
             const int h = m_rows->height(row);
             const GlobBox rowBox(rows.left(), static_cast<int>(top - h), rows.right(), static_cast<int>(top));
-            drawRow(row, rowBox);
+            drawRow(row, rowBox, edges);
+            grid.emplace_back(rowBox.left(), rowBox.bottom(), rowBox.right(), rowBox.bottom() + 1);
             top -= h;
             ++row;
         }
+        for (size_t c = 1; c < edges.size(); ++c) {
+            const int right = rows.left() + edges[c];
+            if (rows.left() + edges[c - 1] >= rows.right())
+                break;
+            grid.emplace_back(right - 1, static_cast<double>(top), right, static_cast<double>(firstTop));
+        }
+        p.fillRects(grid, pal.window(1));
     }
     if (m_border)
         p.drawBevel(getLocalBox(), pal.window(1), pal.window(4));
     if (hasFocus() && !m_editor.get())
         StylePainter::drawFocusRing(p, getLocalBox(), pal);
+}
+
+bool TableWidget::isOpaque() const
+{
+    return getPalette().entry().a() >= 1.0; // draw() starts by filling the whole table with it
 }
 
 void TableWidget::drawHeader()
@@ -1054,20 +1072,15 @@ void TableWidget::drawHeader()
     }
 }
 
-void TableWidget::drawRow(unsigned row, const GlobBox& rowBox)
+void TableWidget::drawRow(unsigned row, const GlobBox& rowBox, const std::vector<int>& edges)
 {
-    Pictor::Painter& p = painter();
-    const Palette& pal = getPalette();
     const bool current = m_highlightCurrent && static_cast<int>(row) == m_currentRow;
-    const auto edges = layoutColumns(m_columns, rowBox.width());
-    for (size_t c = 0; c < m_columns.size(); ++c) {
+    for (size_t c = 0; c + 1 < edges.size(); ++c) {
         const GlobBox cell(rowBox.left() + edges[c], rowBox.bottom(), rowBox.left() + edges[c + 1], rowBox.top());
         if (cell.left() >= rowBox.right())
             break;
         drawCell(row, static_cast<unsigned>(c), cell, current);
-        p.drawLine(cell.right() - 0.5, cell.bottom(), cell.right() - 0.5, cell.top(), pal.window(1));
     }
-    p.drawLine(rowBox.left(), rowBox.bottom() + 0.5, rowBox.right(), rowBox.bottom() + 0.5, pal.window(1));
 }
 
 void TableWidget::drawCell(unsigned row, unsigned col, const GlobBox& cell, bool current)
@@ -1135,8 +1148,8 @@ void TableWidget::drawCell(unsigned row, unsigned col, const GlobBox& cell, bool
                           firstLine.top());
     }
 
-    const double width = font.measureWidth(text.view());
-    if (width > textBox.width() && cell.height() > lineH && m_adaptor->canWordWrap(row, col)) {
+    // Measured only where the width decides something: drawing measures the text again for itself.
+    if (cell.height() > lineH && m_adaptor->canWordWrap(row, col) && font.measureWidth(text.view()) > textBox.width()) {
         const GlobBox wrapBox(textBox.left(), cell.bottom(), textBox.right(), cell.top() - 2);
         p.drawWrappedText(text.view(), font, ink, wrapBox);
         return;
@@ -1144,7 +1157,7 @@ void TableWidget::drawCell(unsigned row, unsigned col, const GlobBox& cell, bool
     p.drawTextInBox(text.view(), font, ink, textBox, Pictor::TextAlign::Left, Pictor::textEllipsis);
     if (style & iTableAdaptor::Underlined) {
         const double y = textBox.bottom() + (lineH - font.lineHeight()) / 2.0 + font.descent() - 1.5;
-        const double w = std::min<double>(width, textBox.width());
+        const double w = std::min<double>(font.measureWidth(text.view()), textBox.width());
         p.drawLine(textBox.left(), y, textBox.left() + w, y, ink);
     }
 }

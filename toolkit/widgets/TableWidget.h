@@ -182,6 +182,7 @@ public:
     bool react(const Event& event) override;
     bool handleMessageEvent(LightweightString<char> name, Glob* sender) override;
     void draw() override;
+    bool isOpaque() const override;
     void reshape() override;
     int contextCursor(const XY<int>& local) override;
 
@@ -204,7 +205,8 @@ private:
     void closeEditor();
     void openChoiceMenu(unsigned row, unsigned col);
     void drawHeader();
-    void drawRow(unsigned row, const GlobBox& rowBox);
+    // The row's cells; the grid is drawn afterwards for all the rows at once. `edges` as layoutColumns answers.
+    void drawRow(unsigned row, const GlobBox& rowBox, const std::vector<int>& edges);
     void drawCell(unsigned row, unsigned col, const GlobBox& cell, bool current);
 
     iTableAdaptor* m_adaptor = nullptr;

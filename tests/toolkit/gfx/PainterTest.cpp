@@ -53,6 +53,18 @@ TEST(Painter, RectangleAtZeroLandsOnTheBottomRows)
     EXPECT_EQ(alphaAt(image, 3, 2), 0);
 }
 
+TEST(Painter, OverlappingRectanglesFilledTogetherTakeTheColourOnce)
+{
+    Image image(10, 10);
+    Painter painter(image);
+    const PaintRect rects[] = {PaintRect(0, 0, 6, 2), PaintRect(4, 0, 10, 2)};
+    painter.fillRects(rects, Colour(1, 0, 0, 0.5));
+
+    EXPECT_EQ(alphaAt(image, 0, 0), alphaAt(image, 5, 0)) << "where the two overlap";
+    EXPECT_EQ(alphaAt(image, 9, 1), alphaAt(image, 5, 1));
+    EXPECT_EQ(paintedIn(image, 0, 0, 10, 10), 20);
+}
+
 TEST(Painter, ClipLimitsDrawingAndStateSaverRestoresClipAndOrigin)
 {
     Image image(10, 10);

@@ -1,5 +1,5 @@
-// Drawing text from kept glyphs: the pixels must be exactly those of laying the text out in full, and what a
-// font keeps stays within its budget, the texts used least lately going first.
+// Drawing text from kept glyphs or from the fast tables: the pixels must be exactly those of laying the text
+// out in full, and what a font keeps stays within its budget, the texts used least lately going first.
 #include "toolkit/gfx/Font.h"
 #include "toolkit/gfx/Painter.h"
 #include "toolkit/gfx/detail/FontEngine.h"
@@ -94,10 +94,22 @@ TEST(TextDrawing, AFontKeepsNoMoreThanItsBudgetOfShapedText)
     Image image(200, 20);
     Painter painter(image);
     for (int i = 0; i < 20000; ++i)
-        painter.drawText("Clip number " + std::to_string(i) + " of the reel", *font, Colour(0, 0, 0), 2, 5);
+        painter.drawText("Κλιπ " + std::to_string(i) + " της μπομπίνας", *font, Colour(0, 0, 0), 2, 5);
     const ShapedTextCache& kept = font->engine().shapedTexts();
     EXPECT_LE(kept.bytesHeld(), FontEngine::kShapedTextBudget);
     EXPECT_GT(kept.bytesHeld(), FontEngine::kShapedTextBudget / 2);
+}
+
+TEST(TextDrawing, OnlyTextTheShaperLaidOutIsKept)
+{
+    const auto font = loadFont(FontDesc("DejaVu Sans", 13));
+    Image image(200, 20);
+    Painter painter(image);
+    const size_t before = font->engine().shapedTexts().size();
+    painter.drawText(std::string_view("Clip 12 of the reel, café"), *font, Colour(0, 0, 0), 2, 5);
+    EXPECT_EQ(font->engine().shapedTexts().size(), before) << "placed straight from the tables";
+    painter.drawText(std::string_view("Καλημέρα 12"), *font, Colour(0, 0, 0), 2, 5);
+    EXPECT_EQ(font->engine().shapedTexts().size(), before + 1);
 }
 
 TEST(ShapedTextCacheTest, TheTextUsedLeastLatelyGoesFirstWhenTheBudgetIsSpent)

@@ -1,5 +1,5 @@
 // Repainting a table: drawn once per flush however many dirty areas meet it, only the rows a repaint reaches
-// are asked for, and a screen built up from partial repaints equals one painted whole.
+// are asked for, a screen built up from partial repaints equals one painted whole, and the grid stays sharp.
 
 #include "toolkit/testing/UiHarness.h"
 #include "toolkit/ui/Screen.h"
@@ -110,4 +110,20 @@ TEST_F(TableRepaint, PartialRepaintsLeaveTheSamePixelsAsAWholeRepaint)
     const Pictor::Image whole = ui.grab(tableOnScreen());
 
     EXPECT_TRUE(samePixels(partly, whole));
+}
+
+TEST_F(TableRepaint, GridLinesAreOneSharpPixelInsideEachCell)
+{
+    const GlobBox cell = table->getCellBox(2, 0);
+    const Colour line = table->getPalette().window(1);
+    const Colour entry = table->getPalette().entry();
+    const int x = cell.right() - 3; // in the cell's padding, clear of its text
+    const int y = cell.bottom() + 2;
+
+    EXPECT_TRUE(ui.pixelAt(table, {x, cell.bottom()}).isCloseTo(line)) << "the row's own bottom pixel";
+    EXPECT_TRUE(ui.pixelAt(table, {x, cell.bottom() - 1}).isCloseTo(entry)) << "the next row's top pixel";
+    EXPECT_TRUE(ui.pixelAt(table, {x, cell.bottom() + 1}).isCloseTo(entry));
+    EXPECT_TRUE(ui.pixelAt(table, {cell.right() - 1, y}).isCloseTo(line)) << "the column's own right pixel";
+    EXPECT_TRUE(ui.pixelAt(table, {cell.right(), y}).isCloseTo(entry)) << "the next column's left pixel";
+    EXPECT_TRUE(ui.pixelAt(table, {cell.right() - 2, y}).isCloseTo(entry));
 }

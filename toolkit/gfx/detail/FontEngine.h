@@ -182,15 +182,17 @@ public:
         bool hyphen;
     };
     std::vector<PangoLine> wrapWithPango(std::string_view utf8, int widthUnits);
-    // Draws one line with its baseline at (x, baseline) in device pixels (y down). The text is shaped the
-    // first time and its glyphs kept, so that drawing it again only places them.
+    // Draws one line with its baseline at (x, baseline) in device pixels (y down). Text the tables cover is
+    // placed from them; other text is shaped the first time and its glyphs kept, so that drawing it again only
+    // places them.
     void draw(_cairo* cr, std::string_view utf8, double x, double baseline);
     // The same pixels by laying the text out in full every time, as draw() does for text whose glyphs cannot
     // be kept.
     void drawWithLayout(_cairo* cr, std::string_view utf8, double x, double baseline);
-    // Off, draw() lays every text out in full again, as drawWithLayout() does.
+    // Off, draw() lays every text out in full, as drawWithLayout() does.
     void keepShapedText(bool keep) { m_keepShapedText = keep; }
-    // What a font keeps of the texts it has drawn: at most this many bytes (see ShapedTextCache).
+    // What a font keeps of the texts the shaper laid out for drawing: at most this many bytes (see
+    // ShapedTextCache).
     static constexpr size_t kShapedTextBudget = size_t(1) << 20;
     const ShapedTextCache& shapedTexts() const { return m_shapedTexts; }
 
@@ -214,9 +216,10 @@ private:
     int64_t complexWordsDelta(const Slot* slots, size_t count, bool latin, const uint32_t* pairs, size_t pairCount);
     int64_t measureByWords(const uint16_t* slots, size_t count, bool latin);
     _PangoLayout* layout();
-    ShapedText shapeForDrawing(std::string_view utf8);
-    // Glyphs and positions straight from the tables; false when the text needs the shaper.
+    // Glyphs and positions straight from the tables, drawn with this font's own scaled font (which the runs
+    // do not hold a reference to); false when the text needs the shaper.
     bool shapeFromTables(std::string_view utf8, ShapedText& shaped);
+    void drawShaped(_cairo* cr, const ShapedText& shaped, double x, double baseline);
     void shapeWithLayout(std::string_view utf8, ShapedText& shaped);
     // The logical widths of the characters of a window around joined characters (see complexWord).
     const std::vector<int32_t>& ligatureWindow(const uint16_t* slots, size_t count, bool latin);
@@ -270,6 +273,7 @@ private:
     ComplexWord m_complexWord;
     ShapedTextCache m_shapedTexts{kShapedTextBudget};
     bool m_keepShapedText = true;
+    ShapedText m_drawnFromTables; // reused by every drawing from the tables
     std::vector<uint32_t> m_scratchCodepoints;
     std::vector<uint16_t> m_scratchSlots;
     std::vector<uint16_t> m_wordSlots;
