@@ -31,45 +31,34 @@ FactoryGlobWrapper::FactoryGlobWrapper(const FactoryGlobWrapper& other)
     , iVirtual(other)
     , iObject(other)
     , StandardPanel(other)
-    , m_wrappedInfo(other.m_wrappedInfo)
 {
-    m_wrappedInfo.canvas = getCanvas();
-    makeWrapped();
-    // The original may have been resized since its widget was made; the copy's widget follows its size.
-    if (Glob* mine = getGlob(); mine && other.getGlob())
-        mine->resize(other.getGlob()->getWidth(), other.getGlob()->getHeight());
-    layoutChildren();
-}
-
-FactoryGlobWrapper::FactoryGlobWrapper(FactoryGlobWrapper&& other)
-    : FactoryGlobWrapper(static_cast<const FactoryGlobWrapper&>(other))
-{
+    wrapLike(other);
 }
 
 FactoryGlobWrapper& FactoryGlobWrapper::operator=(const FactoryGlobWrapper& other)
 {
-    if (this == &other)
-        return *this;
-    StandardPanel::operator=(other);
+    if (this != &other) {
+        StandardPanel::operator=(other);
+        wrapLike(other);
+    }
+    return *this;
+}
+
+FactoryGlobWrapper::~FactoryGlobWrapper() = default;
+
+void FactoryGlobWrapper::wrapLike(const FactoryGlobWrapper& other)
+{
     if (Glob* old = getGlob())
         removeChild(old);
     m_glob = GlobWatch();
     m_wrappedInfo = other.m_wrappedInfo;
     m_wrappedInfo.canvas = getCanvas();
     makeWrapped();
+    // The original may have been resized since its widget was made; this widget follows its size.
     if (Glob* mine = getGlob(); mine && other.getGlob())
         mine->resize(other.getGlob()->getWidth(), other.getGlob()->getHeight());
     layoutChildren();
-    redraw();
-    return *this;
 }
-
-FactoryGlobWrapper& FactoryGlobWrapper::operator=(FactoryGlobWrapper&& other)
-{
-    return *this = static_cast<const FactoryGlobWrapper&>(other);
-}
-
-FactoryGlobWrapper::~FactoryGlobWrapper() = default;
 
 void FactoryGlobWrapper::makeWrapped()
 {

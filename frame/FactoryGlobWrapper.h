@@ -22,13 +22,15 @@
 
 #include "toolkit/ui/StandardPanel.h"
 
+#include <utility>
+
 class FactoryGlobWrapper : public StandardPanel {
 public:
     explicit FactoryGlobWrapper(const StandardPanel::InitArgs& args);
     FactoryGlobWrapper(const FactoryGlobWrapper& other);
-    FactoryGlobWrapper(FactoryGlobWrapper&& other);
+    FactoryGlobWrapper(FactoryGlobWrapper&& other) : FactoryGlobWrapper(std::as_const(other)) {}
     FactoryGlobWrapper& operator=(const FactoryGlobWrapper& other);
-    FactoryGlobWrapper& operator=(FactoryGlobWrapper&& other);
+    FactoryGlobWrapper& operator=(FactoryGlobWrapper&& other) { return *this = std::as_const(other); }
     ~FactoryGlobWrapper() override;
 
     // The wrapped widget, or null when there is none (or it has been destroyed since).
@@ -46,6 +48,8 @@ protected:
     void drawBackground() override;
 
 private:
+    // Drops the wrapped widget, if any, and makes one from the other's creation info at its widget's size.
+    void wrapLike(const FactoryGlobWrapper& other);
     void makeWrapped();
 
     // What the wrapped widget is made from; a copy of the panel makes its own from it.

@@ -4,56 +4,32 @@
 #include "toolkit/support/Configb.h"
 #include "toolkit/support/params/ActionParam.h"
 
+#include <utility>
+
 UIBuilder::Params::Params() = default;
 
 UIBuilder::Params::Params(ParamList params, WidgetMap widgets, PostConditions postConditions)
-    : m_params(std::move(params))
-    , m_widgets(std::move(widgets))
-    , m_postConditions(std::move(postConditions))
+    : m_contents{std::move(params), std::move(widgets), std::move(postConditions), {}, true}
 {
     attachBroadcasters();
 }
 
+// A copy is a new shared object: its reference count starts afresh.
 UIBuilder::Params::Params(const Params& other)
-    // A copy is a new shared object: its reference count starts afresh.
     : Cv::InternalRefCount()
-    , iVirtual()
-    , iObject()
-    , m_params(other.m_params)
-    , m_widgets(other.m_widgets)
-    , m_postConditions(other.m_postConditions)
-    , m_listeners(other.m_listeners)
-    , m_modificationsEnabled(other.m_modificationsEnabled)
+    , m_contents(other.m_contents)
 {
     attachBroadcasters();
 }
 
 UIBuilder::Params::Params(Params&& other) noexcept
-    : m_params(std::move(other.m_params))
-    , m_widgets(std::move(other.m_widgets))
-    , m_postConditions(std::move(other.m_postConditions))
-    , m_listeners(std::move(other.m_listeners))
-    , m_modificationsEnabled(other.m_modificationsEnabled)
-    , m_broadcasters(std::move(other.m_broadcasters))
 {
-    // The parameters keep the same broadcasters; they now report here.
-    for (const auto& broadcaster : m_broadcasters)
-        static_cast<ChangeBroadcaster*>(broadcaster.get())->setTarget(this);
-    other.m_broadcasters.clear();
+    *this = std::move(other);
 }
 
 UIBuilder::Params& UIBuilder::Params::operator=(const Params& other)
 {
-    if (this == &other)
-        return *this;
-    detachBroadcasters();
-    m_params = other.m_params;
-    m_widgets = other.m_widgets;
-    m_postConditions = other.m_postConditions;
-    m_listeners = other.m_listeners;
-    m_modificationsEnabled = other.m_modificationsEnabled;
-    attachBroadcasters();
-    return *this;
+    return *this = Params(other);
 }
 
 UIBuilder::Params& UIBuilder::Params::operator=(Params&& other) noexcept
@@ -61,15 +37,13 @@ UIBuilder::Params& UIBuilder::Params::operator=(Params&& other) noexcept
     if (this == &other)
         return *this;
     detachBroadcasters();
-    m_params = std::move(other.m_params);
-    m_widgets = std::move(other.m_widgets);
-    m_postConditions = std::move(other.m_postConditions);
-    m_listeners = std::move(other.m_listeners);
-    m_modificationsEnabled = other.m_modificationsEnabled;
-    m_broadcasters = std::move(other.m_broadcasters);
-    other.m_broadcasters.clear();
-    for (const auto& broadcaster : m_broadcasters)
-        static_cast<ChangeBroadcaster*>(broadcaster.get())->setTarget(this);
+    m_contents = std::move(other.m_contents);
+    // The parameters keep the same broadcasters; they now report here.
+    m_broadcasters = std::exchange(other.m_broadcasters, {});
+    for (const auto& broadcaster : m_broadcasters) {
+        if (broadcaster)
+            static_cast<ChangeBroadcaster*>(broadcaster.get())->setTarget(this);
+    }
     return *this;
 }
 
@@ -80,8 +54,8 @@ UIBuilder::Params::~Params()
 
 void UIBuilder::Params::attachBroadcasters()
 {
-    m_broadcasters.reserve(m_params.size());
-    for (const Cv::Ptr<GenericParam::iParam>& param : m_params) {
+    m_broadcasters.reserve(m_contents.params.size());
+    for (const Cv::Ptr<GenericParam::iParam>& param : m_contents.params) {
         if (!param) {
             m_broadcasters.emplace_back();
             continue;
@@ -102,8 +76,8 @@ void UIBuilder::Params::detachBroadcasters()
         // A parameter that is in the middle of telling its handlers keeps the broadcaster alive for the call;
         // it must find nobody to report to.
         static_cast<ChangeBroadcaster*>(broadcaster.get())->setTarget(nullptr);
-        if (i < m_params.size() && m_params[static_cast<unsigned>(i)])
-            m_params[static_cast<unsigned>(i)]->removeValueChangeHandler(broadcaster);
+        if (i < m_contents.params.size() && m_contents.params[static_cast<unsigned>(i)])
+            m_contents.params[static_cast<unsigned>(i)]->removeValueChangeHandler(broadcaster);
     }
     m_broadcasters.clear();
 }
@@ -111,13 +85,13 @@ void UIBuilder::Params::detachBroadcasters()
 void UIBuilder::Params::addListener(const Cv::Ptr<Listener>& listener)
 {
     if (listener)
-        m_listeners.push_back(listener);
+        m_contents.listeners.push_back(listener);
 }
 
 void UIBuilder::Params::saveState(configb& store) const
 {
     store.clear();
-    for (const Cv::Ptr<GenericParam::iParam>& param : m_params) {
+    for (const Cv::Ptr<GenericParam::iParam>& param : m_contents.params) {
         if (param)
             store.set(param->getName().view(), toUTF8(param->getValueAsString().view()).view());
     }
@@ -127,7 +101,7 @@ void UIBuilder::Params::restoreState(const configb& store)
 {
     // Restoring reports each change like any other, and a listener may drop this Params on hearing one.
     Cv::DestructionWatch::Scope scope(m_watch);
-    const ParamList params = m_params;
+    const ParamList params = m_contents.params;
     for (const Cv::Ptr<GenericParam::iParam>& param : params) {
         LightweightString<char> stored;
         if (!param || store.in(param->getName().view(), stored) != 0)
@@ -141,23 +115,23 @@ void UIBuilder::Params::restoreState(const configb& store)
 
 int UIBuilder::Params::handleParameterModification(const NotifyMsg& msg)
 {
-    if (!m_modificationsEnabled)
+    if (!m_contents.modificationsEnabled)
         return 0;
     Cv::DestructionWatch::Scope scope(m_watch);
     // Conditions and listeners may change parameters, which starts a nested round here; both lists are
     // walked by index over what existed when this round began, so additions wait for the next round.
-    const ParamList params = m_params;
-    const size_t numConditions = m_postConditions.size();
-    for (size_t i = 0; i < numConditions && i < m_postConditions.size(); ++i) {
-        const Cv::Ptr<iPostCondition> condition = m_postConditions[i];
+    const ParamList params = m_contents.params;
+    const size_t numConditions = m_contents.postConditions.size();
+    for (size_t i = 0; i < numConditions && i < m_contents.postConditions.size(); ++i) {
+        const Cv::Ptr<iPostCondition> condition = m_contents.postConditions[i];
         if (condition)
             condition->evaluate(params);
         if (scope.ownerGone())
             return 0;
     }
-    const size_t numListeners = m_listeners.size();
-    for (size_t i = 0; i < numListeners && i < m_listeners.size(); ++i) {
-        const Cv::Ptr<Listener> listener = m_listeners[i];
+    const size_t numListeners = m_contents.listeners.size();
+    for (size_t i = 0; i < numListeners && i < m_contents.listeners.size(); ++i) {
+        const Cv::Ptr<Listener> listener = m_contents.listeners[i];
         listener->execute(msg);
         if (scope.ownerGone())
             return 0;
@@ -171,14 +145,14 @@ int UIBuilder::Params::handleActionParam(const NotifyMsg& msg)
     if (!action)
         return 0;
     Cv::DestructionWatch::Scope scope(m_watch);
-    m_modificationsEnabled = false;
-    const ParamList params = m_params; // the action may drop this Params while it runs
+    m_contents.modificationsEnabled = false;
+    const ParamList params = m_contents.params; // the action may drop this Params while it runs
     const bool changed = action->invoke(params);
     if (scope.ownerGone())
         return 0;
     // Switched back on, not restored: an action run from inside another action is heard when it ends, and
     // the outer one's later changes are then reported one by one.
-    m_modificationsEnabled = true;
+    m_contents.modificationsEnabled = true;
     if (changed)
         handleParameterModification(msg);
     return 0;

@@ -29,7 +29,8 @@ public:
 
     Params();
     Params(ParamList params, WidgetMap widgets, PostConditions postConditions);
-    // A copy reports the same parameters to its own listeners: it gets broadcasters of its own.
+    // A copy reports the same parameters to its own listeners: it gets broadcasters of its own. A move takes
+    // the broadcasters over, so the parameters then report to the new Params.
     Params(const Params& other);
     Params(Params&& other) noexcept;
     Params& operator=(const Params& other);
@@ -37,16 +38,16 @@ public:
     ~Params() override;
 
     void addListener(const Cv::Ptr<Listener>& listener);
-    bool empty() const { return m_params.empty(); }
+    bool empty() const { return m_contents.params.empty(); }
 
-    const ParamList& getParams() const { return m_params; }
-    const WidgetMap& getWidgets() const { return m_widgets; }
-    const PostConditions& getPostConditions() const { return m_postConditions; }
+    const ParamList& getParams() const { return m_contents.params; }
+    const WidgetMap& getWidgets() const { return m_contents.widgets; }
+    const PostConditions& getPostConditions() const { return m_contents.postConditions; }
     Cv::Ptr<GenericParam::iParam> findParam(const LightweightString<char>& name) const
     {
-        return UIBuilder::findParam(m_params, name);
+        return UIBuilder::findParam(m_contents.params, name);
     }
-    bool modificationsEnabled() const { return m_modificationsEnabled; }
+    bool modificationsEnabled() const { return m_contents.modificationsEnabled; }
 
     // Empties the store, then writes every parameter's value as UTF-8 text under its name.
     void saveState(configb& store) const;
@@ -62,12 +63,17 @@ private:
     void attachBroadcasters();
     void detachBroadcasters();
 
-    ParamList m_params;
-    WidgetMap m_widgets;
-    PostConditions m_postConditions;
-    std::vector<Cv::Ptr<Listener>> m_listeners;
-    bool m_modificationsEnabled = true;
-    // One per entry of m_params, in the same order, so that they can be taken off again.
+    // What a copy takes over as it is; the broadcasters are each Params' own.
+    struct Contents {
+        ParamList params;
+        WidgetMap widgets;
+        PostConditions postConditions;
+        std::vector<Cv::Ptr<Listener>> listeners;
+        bool modificationsEnabled = true;
+    };
+
+    Contents m_contents;
+    // One per entry of m_contents.params, in the same order, so that they can be taken off again.
     std::vector<Cv::Ptr<GenericParam::iValueChangeHandler>> m_broadcasters;
     Cv::DestructionWatch m_watch;
 };

@@ -231,17 +231,12 @@ Tutorial::Tutorial(const LightweightString<wchar_t>& path)
     load(path);
 }
 
-Tutorial::Tutorial(const Tutorial& other)
-    : Cv::InternalRefCount(other)
-    , JSON::iPersistable(other)
-    , m_name(other.m_name)
-    , m_category(other.m_category)
-    , m_file(other.m_file)
-    , m_components(other.m_components)
+Tutorial::PhaseList::PhaseList(const PhaseList& other)
+    : std::vector<Cv::Ptr<Phase>>()
 {
-    m_phases.reserve(other.m_phases.size());
-    for (const Cv::Ptr<Phase>& phase : other.m_phases)
-        m_phases.push_back(Cv::make<Phase>(*phase));
+    reserve(other.size());
+    for (const Cv::Ptr<Phase>& phase : other)
+        push_back(Cv::make<Phase>(*phase));
 }
 
 void Tutorial::load(const LightweightString<wchar_t>& path)

@@ -140,7 +140,7 @@ public:
     // Loads the file at path (see load).
     explicit Tutorial(const LightweightString<wchar_t>& path);
     // Copies every phase into a new Phase object, so the copy can be edited without touching the source.
-    Tutorial(const Tutorial& other);
+    Tutorial(const Tutorial&) = default;
     Tutorial(Tutorial&&) = default;
     // Member-wise: the two tutorials then share their phase objects. Copy-construct for an independent copy.
     Tutorial& operator=(const Tutorial&) = default;
@@ -184,7 +184,17 @@ protected:
     bool read(const Cv::Ptr<JSON::Element>& element) override;
 
 private:
-    std::vector<Cv::Ptr<Phase>> m_phases;
+    // Copy-constructing gives every phase a new object; assigning shares the source's phase objects.
+    class PhaseList : public std::vector<Cv::Ptr<Phase>> {
+    public:
+        PhaseList() = default;
+        PhaseList(const PhaseList& other);
+        PhaseList(PhaseList&&) = default;
+        PhaseList& operator=(const PhaseList&) = default;
+        PhaseList& operator=(PhaseList&&) = default;
+    };
+
+    PhaseList m_phases;
     LightweightString<wchar_t> m_name;
     LightweightString<wchar_t> m_category;
     LightweightString<wchar_t> m_file;

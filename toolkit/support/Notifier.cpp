@@ -65,19 +65,9 @@ struct NotifierBase::Table {
     }
 };
 
-NotifierBase::NotifierBase()
-    : m_table(std::make_shared<Table>())
+NotifierBase::OwnTable::OwnTable()
+    : std::shared_ptr<Table>(std::make_shared<Table>())
 {
-}
-
-NotifierBase::NotifierBase(const NotifierBase& /*other*/)
-    : NotifierBase()
-{
-}
-
-NotifierBase& NotifierBase::operator=(const NotifierBase& /*other*/)
-{
-    return *this;
 }
 
 NotifierBase::~NotifierBase()

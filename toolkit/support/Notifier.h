@@ -152,10 +152,12 @@ class NotifierBase {
 public:
     static constexpr int allTypes = CallbackInvokerBase::anyType;
 
-    NotifierBase();
+    NotifierBase() = default;
     // A copy is a new subject: it starts with no listeners, and assignment keeps each side's own.
-    NotifierBase(const NotifierBase& other);
-    NotifierBase& operator=(const NotifierBase& other);
+    NotifierBase(const NotifierBase&) = default;
+    NotifierBase(NotifierBase&&) = default;
+    NotifierBase& operator=(const NotifierBase&) = default;
+    NotifierBase& operator=(NotifierBase&&) = default;
     virtual ~NotifierBase();
 
     size_t getNumListeners() const;
@@ -171,7 +173,15 @@ protected:
 
 private:
     struct Table;
-    std::shared_ptr<Table> m_table;
+    // The listeners belong to this notifier, not to its value: a copy or a moved-to notifier starts with an
+    // empty table, and assignment leaves each side its own.
+    struct OwnTable : std::shared_ptr<Table> {
+        OwnTable();
+        OwnTable(const OwnTable&) : OwnTable() {}
+        OwnTable& operator=(const OwnTable&) { return *this; }
+    };
+
+    OwnTable m_table;
 };
 
 template <typename T> class GenericNotifier : public NotifierBase {

@@ -189,11 +189,6 @@ Glob::Glob(const Glob& other)
     copyAppearance(other);
 }
 
-Glob::Glob(Glob&& other)
-    : Glob(static_cast<const Glob&>(other))
-{
-}
-
 Glob& Glob::operator=(const Glob& other)
 {
     if (this != &other) {
@@ -201,11 +196,6 @@ Glob& Glob::operator=(const Glob& other)
         redraw();
     }
     return *this;
-}
-
-Glob& Glob::operator=(Glob&& other)
-{
-    return *this = static_cast<const Glob&>(other);
 }
 
 void Glob::initFrom(const GlobCreationInfo& info)

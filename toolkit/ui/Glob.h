@@ -40,6 +40,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <utility>
 #include <vector>
 
 class Screen;
@@ -64,10 +65,10 @@ public:
     // A copy takes the original's size, palette, flags and extras (name, context strings, cursor) but is a new
     // widget: no parent, no children, a stamp of its own. Moving is copying, so the source stays whole.
     Glob(const Glob& other);
-    Glob(Glob&& other);
+    Glob(Glob&& other) : Glob(std::as_const(other)) {}
     // Takes over the other's appearance; this widget keeps its place in the tree, its children and its stamp.
     Glob& operator=(const Glob& other);
-    Glob& operator=(Glob&& other);
+    Glob& operator=(Glob&& other) { return *this = std::as_const(other); }
     ~Glob() override;
 
     // ---- Identity and liveness

@@ -50,39 +50,10 @@ MenuGlob::MenuGlob(uint16_t width, uint16_t height, const Palette& palette, Canv
 {
 }
 
-// A copy is a new, closed menu with the same items: never a second handle on a pop-up.
-MenuGlob::MenuGlob(const MenuGlob& other)
-    : EventHandler(other), Cv::InternalRefCount(other), iVirtual(other), iObject(other), Glob(other),
-      m_items(other.m_items), m_rows(other.m_rows), m_minWidth(other.m_minWidth), m_maxHeight(other.m_maxHeight)
-{
-}
-
-MenuGlob::MenuGlob(MenuGlob&& other) : MenuGlob(static_cast<const MenuGlob&>(other)) {}
-
-MenuGlob& MenuGlob::operator=(const MenuGlob& other)
-{
-    if (this != &other) {
-        Glob::operator=(other);
-        m_items = other.m_items;
-        m_rows = other.m_rows;
-        m_firstRow = 0;
-        m_minWidth = other.m_minWidth;
-        m_maxHeight = other.m_maxHeight;
-        m_highlighted = -1;
-        redraw();
-    }
-    return *this;
-}
-
-MenuGlob& MenuGlob::operator=(MenuGlob&& other)
-{
-    return *this = static_cast<const MenuGlob&>(other);
-}
-
 MenuGlob::~MenuGlob()
 {
-    if (m_popUp && Screen::current())
-        getEventInterceptStack(0).remove(m_interceptId);
+    if (*m_popUp && Screen::current())
+        getEventInterceptStack(0).remove(*m_interceptId);
 }
 
 LightweightString<char> MenuGlob::idstring() const
@@ -103,8 +74,8 @@ void MenuGlob::addMenuItem(MenuItem item)
 void MenuGlob::setItems(std::vector<MenuItem> items)
 {
     m_items = std::move(items);
-    m_highlighted = -1;
-    m_firstRow = 0;
+    *m_highlighted = -1;
+    *m_firstRow = 0;
     rebuildRows();
     redraw();
 }
@@ -152,10 +123,10 @@ bool MenuGlob::setGroupFolded(size_t headingIndex, bool folded)
     m_items[headingIndex].setFolded(folded);
     rebuildRows();
     // A highlight inside the group that just folded moves to the heading, which now takes the keyboard.
-    if (m_highlighted >= 0 && !isItemShown(size_t(m_highlighted)))
-        m_highlighted = static_cast<int>(headingIndex);
-    else if (m_highlighted == static_cast<int>(headingIndex) && !folded)
-        m_highlighted = -1;
+    if (*m_highlighted >= 0 && !isItemShown(size_t(*m_highlighted)))
+        *m_highlighted = static_cast<int>(headingIndex);
+    else if (*m_highlighted == static_cast<int>(headingIndex) && !folded)
+        *m_highlighted = -1;
     fitAfterFolding();
     updateTooltip();
     redraw();
@@ -165,7 +136,7 @@ bool MenuGlob::setGroupFolded(size_t headingIndex, bool folded)
 // A pop-up follows its rows: it grows or shrinks below a fixed top edge, as far as the screen allows.
 void MenuGlob::fitAfterFolding()
 {
-    if (!m_popUp) {
+    if (!*m_popUp) {
         clampScroll();
         return;
     }
@@ -197,10 +168,10 @@ bool MenuGlob::highlightRow(int index)
 {
     if (index != -1 && (index < 0 || !isNavigable(size_t(index))))
         return false;
-    if (index != m_highlighted) {
-        if (m_highlighted >= 0)
-            redraw(rowBox(size_t(m_highlighted)));
-        m_highlighted = index;
+    if (index != *m_highlighted) {
+        if (*m_highlighted >= 0)
+            redraw(rowBox(size_t(*m_highlighted)));
+        *m_highlighted = index;
         if (index >= 0) {
             ensureRowVisible(size_t(rowOf(size_t(index))));
             redraw(rowBox(size_t(index)));
@@ -215,8 +186,8 @@ bool MenuGlob::highlightRow(int index)
 void MenuGlob::updateTooltip()
 {
     UIString tip;
-    if (m_highlighted >= 0 && size_t(m_highlighted) < m_items.size())
-        tip = m_items[size_t(m_highlighted)].getTooltip();
+    if (*m_highlighted >= 0 && size_t(*m_highlighted) < m_items.size())
+        tip = m_items[size_t(*m_highlighted)].getTooltip();
     if (!(tip == getContextText()))
         setContextString(UIString(), tip);
 }
@@ -225,13 +196,13 @@ bool MenuGlob::chooseItem(size_t index)
 {
     if (index >= m_items.size() || !m_items[index].isSelectable())
         return false;
-    m_chosen = static_cast<int>(index);
+    *m_chosen = static_cast<int>(index);
     // Everything needed after closing is copied first: closing a pop-up may delete it.
     const WidgetCallback callback = m_items[index].getCallback();
-    if (m_popUp) {
+    if (*m_popUp) {
         if (!callMsg(chosenMsg))
             return true;
-        if (m_popUp)
+        if (*m_popUp)
             closePopUp();
     }
     if (callback)
@@ -315,9 +286,9 @@ size_t MenuGlob::rowsInView() const
 
 GlobBox MenuGlob::rowBoxAt(size_t row) const
 {
-    if (row < m_firstRow || row >= m_firstRow + rowsInView() || row >= m_rows.size())
+    if (row < *m_firstRow || row >= *m_firstRow + rowsInView() || row >= m_rows.size())
         return GlobBox();
-    const int top = getHeight() - framePad - arrowHeight() - static_cast<int>(row - m_firstRow) * rowHeight();
+    const int top = getHeight() - framePad - arrowHeight() - static_cast<int>(row - *m_firstRow) * rowHeight();
     return GlobBox(framePad, top - rowHeight(), getWidth() - framePad, top);
 }
 
@@ -337,7 +308,7 @@ int MenuGlob::itemAt(XY<int> local) const
     const size_t offset = size_t(fromTop / rowHeight());
     if (offset >= rowsInView())
         return -1;
-    const size_t row = m_firstRow + offset;
+    const size_t row = *m_firstRow + offset;
     return row < m_rows.size() ? static_cast<int>(m_rows[row]) : -1;
 }
 
@@ -345,27 +316,27 @@ void MenuGlob::clampScroll()
 {
     const size_t view = rowsInView();
     const size_t last = m_rows.size() > view ? m_rows.size() - view : 0;
-    if (m_firstRow > last)
-        m_firstRow = last;
+    if (*m_firstRow > last)
+        *m_firstRow = last;
 }
 
 void MenuGlob::scrollBy(int rows)
 {
-    const size_t before = m_firstRow;
-    const long long wanted = static_cast<long long>(m_firstRow) + rows;
-    m_firstRow = wanted < 0 ? 0 : size_t(wanted);
+    const size_t before = *m_firstRow;
+    const long long wanted = static_cast<long long>(*m_firstRow) + rows;
+    *m_firstRow = wanted < 0 ? 0 : size_t(wanted);
     clampScroll();
-    if (m_firstRow != before)
+    if (*m_firstRow != before)
         redraw();
 }
 
 void MenuGlob::ensureRowVisible(size_t row)
 {
     const size_t view = std::max<size_t>(1, rowsInView());
-    if (row < m_firstRow)
-        scrollBy(static_cast<int>(row) - static_cast<int>(m_firstRow));
-    else if (row >= m_firstRow + view)
-        scrollBy(static_cast<int>(row - (m_firstRow + view - 1)));
+    if (row < *m_firstRow)
+        scrollBy(static_cast<int>(row) - static_cast<int>(*m_firstRow));
+    else if (row >= *m_firstRow + view)
+        scrollBy(static_cast<int>(row - (*m_firstRow + view - 1)));
 }
 
 void MenuGlob::reshape()
@@ -417,19 +388,19 @@ MenuGlob* MenuGlob::popUp(const InitArgs& args, XY<int> screenTopLeft, Glob* own
 
 void MenuGlob::dismiss()
 {
-    if (!m_popUp)
+    if (!*m_popUp)
         return;
     if (!callMsg(cancelledMsg))
         return;
-    if (m_popUp)
+    if (*m_popUp)
         closePopUp();
 }
 
 void MenuGlob::closePopUp()
 {
     if (Screen::current())
-        getEventInterceptStack(0).remove(m_interceptId);
-    m_popUp = false;
+        getEventInterceptStack(0).remove(*m_interceptId);
+    *m_popUp = false;
     Glob::destroy(this);
 }
 
@@ -441,7 +412,7 @@ void MenuGlob::moveHighlight(int step, bool wrap)
     const int n = static_cast<int>(m_rows.size());
     if (n == 0 || step == 0)
         return;
-    int row = m_highlighted >= 0 ? rowOf(size_t(m_highlighted)) : -1;
+    int row = *m_highlighted >= 0 ? rowOf(size_t(*m_highlighted)) : -1;
     if (row < 0)
         row = step > 0 ? -1 : n;
     const int unit = step > 0 ? 1 : -1;
@@ -468,7 +439,7 @@ void MenuGlob::jumpToLetter(int key)
 {
     const int n = static_cast<int>(m_rows.size());
     const wint_t wanted = std::towlower(static_cast<wint_t>(key));
-    const int start = m_highlighted >= 0 ? rowOf(size_t(m_highlighted)) : -1;
+    const int start = *m_highlighted >= 0 ? rowOf(size_t(*m_highlighted)) : -1;
     for (int step = 1; step <= n; ++step) {
         const size_t index = m_rows[size_t(((start + step) % n + n) % n)];
         if (!isNavigable(index))
@@ -484,7 +455,7 @@ void MenuGlob::jumpToLetter(int key)
 bool MenuGlob::handleKey(int key)
 {
     const int page = static_cast<int>(std::max<size_t>(1, rowsInView() > 1 ? rowsInView() - 1 : 1));
-    const bool onHeading = m_highlighted >= 0 && m_items[size_t(m_highlighted)].isHeading();
+    const bool onHeading = *m_highlighted >= 0 && m_items[size_t(*m_highlighted)].isHeading();
     switch (key) {
     case Event::KeyUp: moveHighlight(-1); return true;
     case Event::KeyDown: moveHighlight(1); return true;
@@ -500,7 +471,7 @@ bool MenuGlob::handleKey(int key)
         return true;
     case Event::KeyRight:
         if (onHeading) {
-            const size_t heading = size_t(m_highlighted);
+            const size_t heading = size_t(*m_highlighted);
             setGroupFolded(heading, false);
             for (size_t i = heading + 1; i < m_items.size() && m_items[i].getType() == MenuItemInGroup; ++i)
                 if (highlightRow(static_cast<int>(i)))
@@ -508,9 +479,9 @@ bool MenuGlob::handleKey(int key)
         }
         return true;
     case Event::KeyLeft:
-        if (m_highlighted >= 0 && m_items[size_t(m_highlighted)].getType() == MenuItemInGroup) {
+        if (*m_highlighted >= 0 && m_items[size_t(*m_highlighted)].getType() == MenuItemInGroup) {
             // The group's heading is the nearest heading above, if the run of group entries reaches it.
-            for (int i = m_highlighted - 1; i >= 0; --i) {
+            for (int i = *m_highlighted - 1; i >= 0; --i) {
                 const MenuItem& above = m_items[size_t(i)];
                 if (above.isHeading()) {
                     setGroupFolded(size_t(i), true);
@@ -524,8 +495,8 @@ bool MenuGlob::handleKey(int key)
     case Event::KeyReturn:
         if (onHeading)
             return handleKey(Event::KeyRight);
-        if (m_highlighted >= 0)
-            chooseItem(size_t(m_highlighted));
+        if (*m_highlighted >= 0)
+            chooseItem(size_t(*m_highlighted));
         return true;
     case Event::KeyEscape: dismiss(); return true;
     default:
@@ -534,7 +505,7 @@ bool MenuGlob::handleKey(int key)
             return true;
         }
         // A pop-up holds the keyboard while it is open; a menu inside a panel lets other keys pass.
-        return m_popUp;
+        return *m_popUp;
     }
 }
 
@@ -542,7 +513,7 @@ bool MenuGlob::react(const Event& event)
 {
     if (event.isKey())
         return handleKey(event.key);
-    if (event.isMouse() && m_popUp && !getLocalBox().contains(event.pos)) {
+    if (event.isMouse() && *m_popUp && !getLocalBox().contains(event.pos)) {
         // Seen through the intercept: the pointer is elsewhere on the screen.
         if (event.type == Event::MouseDown) {
             dismiss();
@@ -601,16 +572,16 @@ void MenuGlob::drawBackground()
 void MenuGlob::drawText()
 {
     Pictor::Painter& p = painter();
-    const size_t end = std::min(m_rows.size(), m_firstRow + rowsInView());
-    for (size_t row = m_firstRow; row < end; ++row) {
+    const size_t end = std::min(m_rows.size(), *m_firstRow + rowsInView());
+    for (size_t row = *m_firstRow; row < end; ++row) {
         const GlobBox box = rowBoxAt(row);
         if (p.isVisible(box))
-            drawItem(m_rows[row], box, static_cast<int>(m_rows[row]) == m_highlighted);
+            drawItem(m_rows[row], box, static_cast<int>(m_rows[row]) == *m_highlighted);
     }
     if (isScrollable()) {
         const Palette& pal = getPalette();
-        const bool more = m_firstRow + rowsInView() < m_rows.size();
-        drawArrow(p, upArrowBox(), Arrow::Up, m_firstRow > 0 ? pal.text() : pal.disabledText());
+        const bool more = *m_firstRow + rowsInView() < m_rows.size();
+        drawArrow(p, upArrowBox(), Arrow::Up, *m_firstRow > 0 ? pal.text() : pal.disabledText());
         drawArrow(p, downArrowBox(), Arrow::Down, more ? pal.text() : pal.disabledText());
     }
 }

@@ -28,6 +28,7 @@
 
 #include "toolkit/ui/Glob.h"
 #include "toolkit/ui/MenuItem.h"
+#include "toolkit/ui/Transient.h"
 
 #include <vector>
 
@@ -45,10 +46,12 @@ public:
 
     explicit MenuGlob(const InitArgs& args);
     MenuGlob(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
-    MenuGlob(const MenuGlob& other);
-    MenuGlob(MenuGlob&& other);
-    MenuGlob& operator=(const MenuGlob& other);
-    MenuGlob& operator=(MenuGlob&& other);
+    // A copy is a new, closed menu with the same items, nothing highlighted and scrolled to the top: never a
+    // second handle on a pop-up.
+    MenuGlob(const MenuGlob&) = default;
+    MenuGlob(MenuGlob&&) = default;
+    MenuGlob& operator=(const MenuGlob&) = default;
+    MenuGlob& operator=(MenuGlob&&) = default;
     ~MenuGlob() override;
 
     LightweightString<char> idstring() const override;
@@ -64,7 +67,7 @@ public:
     // Folds or opens a heading's group. Answers false for an index that is not a heading.
     bool setGroupFolded(size_t headingIndex, bool folded);
     // -1 when nothing is highlighted.
-    int getHighlighted() const { return m_highlighted; }
+    int getHighlighted() const { return *m_highlighted; }
     // Highlights an entry the user can choose (the keyboard may also rest on a folded heading, but owners
     // point at entries). Refused (answers false) for anything else; -1 clears the highlight. The highlighted
     // row is scrolled into view.
@@ -73,7 +76,7 @@ public:
     // item that cannot be chosen. `this` may be gone when it returns.
     bool chooseItem(size_t index);
     // The item chosen last, for an owner that hears chosenMsg; -1 before a choice.
-    int getChosenIndex() const { return m_chosen; }
+    int getChosenIndex() const { return *m_chosen; }
     // Where an item's row is now, in the menu's coordinates; empty when it does not show.
     GlobBox getItemBox(size_t index) const { return rowBox(index); }
 
@@ -85,7 +88,7 @@ public:
     void setMaxHeight(uint16_t height);
     bool isScrollable() const;
     // The first row showing, counted among the shown rows.
-    size_t getFirstRow() const { return m_firstRow; }
+    size_t getFirstRow() const { return *m_firstRow; }
     void scrollBy(int rows);
     size_t numShownRows() const { return m_rows.size(); }
     // How many rows fit between the frame (and the scroll arrows).
@@ -98,7 +101,7 @@ public:
     MenuGlob* popUp(XY<int> screenTopLeft, Glob* owner) const;
     // The same for a menu made for the occasion.
     static MenuGlob* popUp(const InitArgs& args, XY<int> screenTopLeft, Glob* owner);
-    bool isPopUp() const { return m_popUp; }
+    bool isPopUp() const { return *m_popUp; }
     // Closes the pop-up without a choice. Does nothing for a menu that is not a pop-up.
     void dismiss();
 
@@ -149,11 +152,13 @@ private:
     std::vector<MenuItem> m_items;
     // The items that show, in order: the rows.
     std::vector<uint32_t> m_rows;
-    size_t m_firstRow = 0;
     uint16_t m_minWidth = 0;
     uint16_t m_maxHeight = 0;
-    int m_highlighted = -1;
-    int m_chosen = -1;
-    bool m_popUp = false;
-    IdStamp m_interceptId;
+    Transient<size_t> m_firstRow;
+    Transient<int, -1> m_highlighted;
+    // The last choice is this menu's own answer to its owner: a copy has made none yet.
+    PerObject<int, -1> m_chosen;
+    // A pop-up's claim on the keyboard and on clicks outside it, given back when it closes or goes.
+    PerObject<bool> m_popUp;
+    PerObject<IdStamp> m_interceptId;
 };

@@ -69,48 +69,44 @@ StandardPanel::StandardPanel(uint16_t width, uint16_t height, const Palette& pal
     updateInsets();
 }
 
-StandardPanel::StandardPanel(const StandardPanel& other)
-    : EventHandler(other), Cv::InternalRefCount(other), iVirtual(other), iObject(other), Glob(other), m_title(other.m_title), m_widgets(other.m_widgets), m_disabledWidgets(other.m_disabledWidgets), m_border(other.m_border)
-{
-    if (other.m_menu)
-        m_menu = new MenuGlob(*other.m_menu);
-    updateInsets();
-}
-
-StandardPanel::StandardPanel(StandardPanel&& other) : StandardPanel(static_cast<const StandardPanel&>(other)) {}
-
 StandardPanel& StandardPanel::operator=(const StandardPanel& other)
 {
-    if (this == &other)
-        return *this;
-    Glob::operator=(other);
-    m_title = other.m_title;
-    m_widgets = other.m_widgets;
-    m_disabledWidgets = other.m_disabledWidgets;
-    m_border = other.m_border;
-    if (other.m_menu) {
-        if (!m_menu)
-            m_menu = new MenuGlob(*other.m_menu);
-        else
-            *m_menu = *other.m_menu;
+    if (this != &other) {
+        Glob::operator=(other);
+        m_title = other.m_title;
+        m_menu = other.m_menu;
+        m_widgets = other.m_widgets;
+        m_disabledWidgets = other.m_disabledWidgets;
+        m_border = other.m_border;
+        updateInsets();
     }
-    updateInsets();
-    redraw();
     return *this;
 }
 
-StandardPanel& StandardPanel::operator=(StandardPanel&& other)
+StandardPanel::OwnedMenu::OwnedMenu(const OwnedMenu& other)
+    : m_menu(other.m_menu ? new MenuGlob(*other.m_menu) : nullptr)
 {
-    return *this = static_cast<const StandardPanel&>(other);
+}
+
+StandardPanel::OwnedMenu& StandardPanel::OwnedMenu::operator=(const OwnedMenu& other)
+{
+    if (other.m_menu && m_menu)
+        *m_menu = *other.m_menu;
+    else if (other.m_menu)
+        m_menu = new MenuGlob(*other.m_menu);
+    return *this;
+}
+
+StandardPanel::OwnedMenu::~OwnedMenu()
+{
+    Glob::destroy(m_menu);
 }
 
 StandardPanel::~StandardPanel()
 {
     // The open pop-up's callbacks may refer to this panel: it must not outlive it.
-    if (Glob* open = m_openMenu.get())
+    if (Glob* open = m_openMenu->get())
         Glob::destroy(open);
-    if (m_menu)
-        Glob::destroy(m_menu);
 }
 
 LightweightString<char> StandardPanel::idstring() const
@@ -255,31 +251,31 @@ unsigned StandardPanel::edgesAt(XY<int> local) const
 
 MenuGlob* StandardPanel::getMenu()
 {
-    if (!m_menu) {
+    if (!m_menu.get()) {
         MenuGlob::InitArgs args;
         args.palette = getPalette();
-        m_menu = new MenuGlob(args);
+        m_menu.adopt(new MenuGlob(args));
         addStandardWidgets(MenuButton);
     }
-    return m_menu;
+    return m_menu.get();
 }
 
 MenuGlob* StandardPanel::getOpenMenu() const
 {
-    return static_cast<MenuGlob*>(m_openMenu.get());
+    return static_cast<MenuGlob*>(m_openMenu->get());
 }
 
 MenuGlob* StandardPanel::openMenu()
 {
     if (MenuGlob* open = getOpenMenu())
         return open;
-    if (!m_menu || m_menu->numItems() == 0)
+    if (!m_menu.get() || m_menu.get()->numItems() == 0)
         return nullptr;
     const GlobBox button = getStandardWidgetBox(MenuButton);
     const XY<int> screen = getScreenPos();
     const XY<int> topLeft = button.empty() ? XY<int>{screen.x, screen.y + getHeight()}
                                            : XY<int>{screen.x + button.left(), screen.y + button.bottom()};
-    MenuGlob* popUp = m_menu->popUp(topLeft, this);
+    MenuGlob* popUp = m_menu.get()->popUp(topLeft, this);
     m_openMenu = GlobWatch(popUp);
     return popUp;
 }
@@ -359,43 +355,43 @@ bool StandardPanel::handleMouseEvent(const Event& event)
             if (!focus || (focus != this && !isAncestorOf(focus)))
                 takeFocus();
         }
-        m_dragStartScreen = event.screenPos;
-        m_dragStartBox = getBox();
+        m_drag->startScreen = event.screenPos;
+        m_drag->startBox = getBox();
         if (const unsigned edges = edgesAt(event.pos)) {
-            m_drag = Drag::Resize;
-            m_dragEdges = static_cast<uint8_t>(edges);
+            m_drag->kind = Drag::Resize;
+            m_drag->edges = static_cast<uint8_t>(edges);
         } else if (const StandardWidgets button = buttonAt(event.pos)) {
             if (button == MenuButton) {
                 openMenu();
             } else {
-                m_drag = Drag::Button;
-                m_pressed = button;
-                m_pressedInside = true;
+                m_drag->kind = Drag::Button;
+                m_drag->pressed = button;
+                m_drag->pressedInside = true;
                 redraw(getStandardWidgetBox(button));
             }
         } else if (isMovable() && getTitleBarBox().contains(event.pos)) {
-            m_drag = Drag::Move;
+            m_drag->kind = Drag::Move;
         }
         return true;
     }
     case Event::MouseDrag:
-        if (m_drag == Drag::Move || m_drag == Drag::Resize) {
+        if (m_drag->kind == Drag::Move || m_drag->kind == Drag::Resize) {
             dragTo(event.screenPos);
-        } else if (m_drag == Drag::Button) {
-            const bool inside = buttonAt(event.pos) == m_pressed;
-            if (inside != m_pressedInside) {
-                m_pressedInside = inside;
-                redraw(getStandardWidgetBox(m_pressed));
+        } else if (m_drag->kind == Drag::Button) {
+            const bool inside = buttonAt(event.pos) == m_drag->pressed;
+            if (inside != m_drag->pressedInside) {
+                m_drag->pressedInside = inside;
+                redraw(getStandardWidgetBox(m_drag->pressed));
             }
         }
-        return m_drag != Drag::None;
+        return m_drag->kind != Drag::None;
     case Event::MouseUp: {
         if (event.button != Event::LeftButton)
-            return m_drag != Drag::None;
-        const Drag drag = m_drag;
-        const StandardWidgets pressed = m_pressed;
-        m_drag = Drag::None;
-        m_pressed = NoWidgets;
+            return m_drag->kind != Drag::None;
+        const Drag drag = m_drag->kind;
+        const StandardWidgets pressed = m_drag->pressed;
+        m_drag->kind = Drag::None;
+        m_drag->pressed = NoWidgets;
         if (drag == Drag::Button) {
             redraw(getStandardWidgetBox(pressed));
             if (buttonAt(event.pos) == pressed)
@@ -409,10 +405,10 @@ bool StandardPanel::handleMouseEvent(const Event& event)
 
 void StandardPanel::dragTo(XY<int> screenPos)
 {
-    const int dx = screenPos.x - m_dragStartScreen.x;
-    const int dy = screenPos.y - m_dragStartScreen.y;
-    const GlobBox start = m_dragStartBox;
-    if (m_drag == Drag::Move) {
+    const int dx = screenPos.x - m_drag->startScreen.x;
+    const int dy = screenPos.y - m_drag->startScreen.y;
+    const GlobBox start = m_drag->startBox;
+    if (m_drag->kind == Drag::Move) {
         XY<int> to{start.left() + dx, start.bottom() + dy};
         // A top-level panel stays on the screen, so its title bar can always be grabbed again.
         if (!parent())
@@ -426,13 +422,13 @@ void StandardPanel::dragTo(XY<int> screenPos)
     int bottom = start.bottom();
     int top = start.top();
     // The edge opposite the one dragged stays where it was; the dragged one stops at the minimum size.
-    if (m_dragEdges & EdgeLeft)
+    if (m_drag->edges & EdgeLeft)
         left = std::min(start.left() + dx, right - minSize.x);
-    if (m_dragEdges & EdgeRight)
+    if (m_drag->edges & EdgeRight)
         right = std::max(start.right() + dx, left + minSize.x);
-    if (m_dragEdges & EdgeBottom)
+    if (m_drag->edges & EdgeBottom)
         bottom = std::min(start.bottom() + dy, top - minSize.y);
-    if (m_dragEdges & EdgeTop)
+    if (m_drag->edges & EdgeTop)
         top = std::max(start.top() + dy, bottom + minSize.y);
     right = std::min(right, left + 65535);
     top = std::min(top, bottom + 65535);
@@ -512,7 +508,7 @@ void StandardPanel::drawTitleButton(StandardWidgets button)
     Pictor::Painter& p = painter();
     const GlobBox box = getStandardWidgetBox(button);
     const Palette& pal = getPalette();
-    const bool down = m_drag == Drag::Button && m_pressed == button && m_pressedInside;
+    const bool down = m_drag->kind == Drag::Button && m_drag->pressed == button && m_drag->pressedInside;
     const bool enabled = isStandardWidgetEnabled(button);
     StylePainter::drawButton(p, box, pal,
                              !enabled ? StylePainter::Disabled

@@ -23,6 +23,9 @@
 
 #include "toolkit/ui/Glob.h"
 #include "toolkit/ui/MenuItem.h"
+#include "toolkit/ui/Transient.h"
+
+#include <utility>
 
 class MenuGlob;
 
@@ -63,10 +66,11 @@ public:
 
     explicit StandardPanel(const InitArgs& args);
     StandardPanel(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
-    StandardPanel(const StandardPanel& other);
-    StandardPanel(StandardPanel&& other);
+    StandardPanel(const StandardPanel&) = default;
+    StandardPanel(StandardPanel&&) = default;
+    // Takes the other's appearance, title, buttons and menu items; children follow the new size and insets.
     StandardPanel& operator=(const StandardPanel& other);
-    StandardPanel& operator=(StandardPanel&& other);
+    StandardPanel& operator=(StandardPanel&& other) { return *this = std::as_const(other); }
     ~StandardPanel() override;
 
     LightweightString<char> idstring() const override;
@@ -97,7 +101,7 @@ public:
     // ---- Menu
     // The panel's menu, made on first use (which also adds the menu button).
     MenuGlob* getMenu();
-    bool hasMenu() const { return m_menu != nullptr; }
+    bool hasMenu() const { return m_menu.get() != nullptr; }
     // Pops the menu up under the menu button; answers the pop-up, or null when there is nothing to show.
     MenuGlob* openMenu();
     // The pop-up showing now, or null.
@@ -144,17 +148,37 @@ private:
     void dragTo(XY<int> screenPos);
     void drawTitleButton(StandardWidgets button);
 
+    // The panel's menu, never shown itself (popUp shows copies). A copy of the panel has a copy of the menu;
+    // assigning gives the other's items to this panel's own menu, so a pointer from getMenu() stays good.
+    class OwnedMenu {
+    public:
+        OwnedMenu() = default;
+        OwnedMenu(const OwnedMenu& other);
+        OwnedMenu& operator=(const OwnedMenu& other);
+        ~OwnedMenu();
+        MenuGlob* get() const { return m_menu; }
+        // Takes a menu made for a panel that has none yet.
+        void adopt(MenuGlob* menu) { m_menu = menu; }
+
+    private:
+        MenuGlob* m_menu = nullptr;
+    };
+
+    struct DragState {
+        Drag kind = Drag::None;
+        uint8_t edges = 0;
+        StandardWidgets pressed = NoWidgets;
+        bool pressedInside = false;
+        XY<int> startScreen;
+        GlobBox startBox;
+    };
+
     UIString m_title;
-    MenuGlob* m_menu = nullptr; // owned; never shown itself (popUp shows copies)
-    GlobWatch m_openMenu;
+    OwnedMenu m_menu;
+    // The pop-up this panel opened: its callbacks may refer to the panel, so it is closed when the panel goes.
+    PerObject<GlobWatch> m_openMenu;
     unsigned m_widgets = CloseButton;
     unsigned m_disabledWidgets = NoWidgets;
     BorderStyle m_border = RaisedBorder;
-    // The drag in progress.
-    Drag m_drag = Drag::None;
-    uint8_t m_dragEdges = 0;
-    StandardWidgets m_pressed = NoWidgets;
-    bool m_pressedInside = false;
-    XY<int> m_dragStartScreen;
-    GlobBox m_dragStartBox;
+    Transient<DragState> m_drag;
 };

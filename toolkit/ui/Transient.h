@@ -1,16 +1,21 @@
 #pragma once
 // Transient<T>: state that belongs to one gesture in progress (a grip, a drag, the hover), not to the widget's
 // value. A copy of a widget is a new widget that no pointer is pressing, so copying or moving a Transient
-// gives a fresh T{}, and a widget's copy and move operations can be written by the compiler (`= default`)
-// without carrying half a drag into the copy.
+// gives a fresh value, and a widget's copy and move operations can be written by the compiler (`= default`)
+// without carrying half a drag into the copy. The fresh value is T{}, or T{Fresh...} when given:
 //
 //     Transient<bool> m_hover;
 //     Transient<DragState> m_drag;
+//     Transient<int, -1> m_highlighted; // -1: no row
 //     if (*m_hover) ...; m_drag->start = event.pos;
+//
+// PerObject<T>: state that belongs to this very object, not to its value: a claim it has to give back (an
+// event intercept it pushed, a pop-up it opened and must close when it goes). A copy starts fresh as above;
+// an assignment leaves each side its own, so the target still gives back what it holds.
 
 #include <utility>
 
-template <class T>
+template <class T, auto... Fresh>
 class Transient {
 public:
     Transient() = default;
@@ -20,13 +25,13 @@ public:
     Transient& operator=(const Transient& other)
     {
         if (this != &other)
-            m_value = T{};
+            reset();
         return *this;
     }
     Transient& operator=(Transient&& other) noexcept
     {
         if (this != &other)
-            m_value = T{};
+            reset();
         return *this;
     }
     Transient& operator=(T value)
@@ -41,8 +46,29 @@ public:
     const T* operator->() const { return &m_value; }
 
     // Back to the state of no gesture.
-    void reset() { m_value = T{}; }
+    void reset() { m_value = T{Fresh...}; }
 
 private:
-    T m_value{};
+    T m_value{Fresh...};
+};
+
+template <class T, auto... Fresh>
+class PerObject {
+public:
+    PerObject() = default;
+    PerObject(const PerObject&) {}
+    PerObject& operator=(const PerObject&) { return *this; }
+    PerObject& operator=(T value)
+    {
+        m_value = std::move(value);
+        return *this;
+    }
+
+    T& operator*() { return m_value; }
+    const T& operator*() const { return m_value; }
+    T* operator->() { return &m_value; }
+    const T* operator->() const { return &m_value; }
+
+private:
+    T m_value{Fresh...};
 };

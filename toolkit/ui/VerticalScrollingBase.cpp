@@ -38,21 +38,11 @@ VerticalScrollingBase::VerticalScrollingBase(const VerticalScrollingBase& other)
     build();
 }
 
-VerticalScrollingBase::VerticalScrollingBase(VerticalScrollingBase&& other)
-    : VerticalScrollingBase(static_cast<const VerticalScrollingBase&>(other))
-{
-}
-
 VerticalScrollingBase& VerticalScrollingBase::operator=(const VerticalScrollingBase& other)
 {
     StandardPanel::operator=(other);
     reshape();
     return *this;
-}
-
-VerticalScrollingBase& VerticalScrollingBase::operator=(VerticalScrollingBase&& other)
-{
-    return *this = static_cast<const VerticalScrollingBase&>(other);
 }
 
 VerticalScrollingBase::~VerticalScrollingBase() = default;

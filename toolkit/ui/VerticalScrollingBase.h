@@ -19,15 +19,17 @@
 
 #include "toolkit/ui/StandardPanel.h"
 
+#include <utility>
+
 class VerticalScrollingBase : public StandardPanel {
 public:
     explicit VerticalScrollingBase(const InitArgs& args);
     VerticalScrollingBase(uint16_t width, uint16_t height, const Palette& palette = Palette(),
                           Canvas* canvas = nullptr);
     VerticalScrollingBase(const VerticalScrollingBase& other);
-    VerticalScrollingBase(VerticalScrollingBase&& other);
+    VerticalScrollingBase(VerticalScrollingBase&& other) : VerticalScrollingBase(std::as_const(other)) {}
     VerticalScrollingBase& operator=(const VerticalScrollingBase& other);
-    VerticalScrollingBase& operator=(VerticalScrollingBase&& other);
+    VerticalScrollingBase& operator=(VerticalScrollingBase&& other) { return *this = std::as_const(other); }
     ~VerticalScrollingBase() override;
 
     LightweightString<char> idstring() const override;

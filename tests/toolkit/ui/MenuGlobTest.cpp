@@ -122,6 +122,24 @@ TEST_F(MenuFixture, EscapeAndAPressOutsideCloseWithoutChoosing)
     EXPECT_TRUE(chosen.empty());
 }
 
+TEST_F(MenuFixture, ACopyOfAPopUpHasItsItemsButIsClosedWithNothingHighlighted)
+{
+    MenuGlob* menu = openByButton();
+    ASSERT_NE(menu, nullptr);
+    ASSERT_TRUE(menu->setHighlighted(4));
+    GlobWatch popUp(menu);
+    {
+        const MenuGlob copy(*menu);
+        EXPECT_EQ(copy.numItems(), menu->numItems());
+        EXPECT_EQ(copy.getHighlighted(), -1);
+        EXPECT_FALSE(copy.isPopUp());
+    }
+    // The copy gave back nothing of the pop-up's when it went: a press outside still closes the pop-up.
+    ui.click(panel, panel->getUserArea().centre());
+    ui.step();
+    EXPECT_FALSE(popUp.alive());
+}
+
 TEST_F(MenuFixture, PressingTheMenuButtonAgainClosesTheMenu)
 {
     ASSERT_NE(openByButton(), nullptr);

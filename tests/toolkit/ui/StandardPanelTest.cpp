@@ -1,4 +1,5 @@
 #include "toolkit/testing/UiHarness.h"
+#include "toolkit/ui/Event.h"
 #include "toolkit/ui/GlobManager.h"
 #include "toolkit/ui/MenuGlob.h"
 #include "toolkit/ui/StandardPanel.h"
@@ -117,6 +118,25 @@ TEST(StandardPanel, CloseButtonDestroysThePanel)
     ui.click(panel, close.centre());
     ui.step();
     EXPECT_FALSE(watch.alive());
+}
+
+TEST(StandardPanel, ACopyHasTheTitleButtonsAndAMenuOfItsOwnButNoDragInProgress)
+{
+    UiHarness ui;
+    auto* panel = ui.make<StandardPanel>(panelArgs(StandardPanel::CloseButton), Glob::BottomLeft(50, 50));
+    panel->getMenu()->addMenuItem(MenuItem(L"Only", {}));
+    ui.press(panel, titlePoint(panel));
+    StandardPanel copy(*panel);
+    EXPECT_EQ(copy.getTitle(), panel->getTitle());
+    EXPECT_EQ(copy.getStandardWidgets(), panel->getStandardWidgets());
+    ASSERT_TRUE(copy.hasMenu());
+    EXPECT_NE(copy.getMenu(), panel->getMenu());
+    EXPECT_EQ(copy.getMenu()->numItems(), 1u);
+    const XY<int> before = copy.getPosition();
+    const XY<int> title = titlePoint(&copy);
+    copy.react(Event::makeMouse(Event::MouseDrag, {title.x + 40, title.y}));
+    EXPECT_EQ(copy.getPosition(), before);
+    ui.release(panel, titlePoint(panel));
 }
 
 TEST(StandardPanel, ReleasingAwayFromAButtonCancelsIt)
