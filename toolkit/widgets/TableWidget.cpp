@@ -201,28 +201,22 @@ TableWidget::TableWidget(const TableWidget& other)
     , Glob(other)
     , TabOrderable(other)
 {
-    InitArgs args(other.m_adaptor, other.getWidth(), other.getHeight(), other.getPalette());
-    args.showHeader = other.m_showHeader;
-    args.border = other.m_border;
-    args.highlightCurrentRow = other.m_highlightCurrent;
-    args.editing = other.m_editingEnabled;
-    build(args);
-    m_columns = other.m_columns;
-    if (other.m_editors)
-        m_editors = std::make_unique<Editors>(*other.m_editors);
-    m_currentRow = other.m_currentRow;
-    m_currentCol = other.m_currentCol;
-    m_scroll = other.m_scroll;
+    build(InitArgs(nullptr, other.getWidth(), other.getHeight(), other.getPalette()));
+    showLike(other);
 }
-
-TableWidget::TableWidget(TableWidget&& other) : TableWidget(static_cast<const TableWidget&>(other)) {}
 
 TableWidget& TableWidget::operator=(const TableWidget& other)
 {
-    if (this == &other)
-        return *this;
-    closeEditor();
-    Glob::operator=(other);
+    if (this != &other) {
+        closeEditor();
+        Glob::operator=(other);
+        showLike(other);
+    }
+    return *this;
+}
+
+void TableWidget::showLike(const TableWidget& other)
+{
     m_showHeader = other.m_showHeader;
     m_border = other.m_border;
     m_highlightCurrent = other.m_highlightCurrent;
@@ -234,12 +228,6 @@ TableWidget& TableWidget::operator=(const TableWidget& other)
     m_currentCol = other.m_currentCol;
     m_scroll = other.m_scroll;
     reshape();
-    return *this;
-}
-
-TableWidget& TableWidget::operator=(TableWidget&& other)
-{
-    return *this = static_cast<const TableWidget&>(other);
 }
 
 TableWidget::~TableWidget() = default;

@@ -83,9 +83,9 @@ public:
     TableWidget(uint16_t width, uint16_t height, const Palette& palette = Palette(), Canvas* canvas = nullptr);
     // A copy shows the same adaptor and columns but has no editor open.
     TableWidget(const TableWidget& other);
-    TableWidget(TableWidget&& other);
+    TableWidget(TableWidget&& other) : TableWidget(static_cast<const TableWidget&>(other)) {}
     TableWidget& operator=(const TableWidget& other);
-    TableWidget& operator=(TableWidget&& other);
+    TableWidget& operator=(TableWidget&& other) { return *this = static_cast<const TableWidget&>(other); }
     ~TableWidget() override;
 
     LightweightString<char> idstring() const override;
@@ -191,6 +191,8 @@ private:
     struct Editors;
 
     void build(const InitArgs& args);
+    // What a copy takes over: the options, the adaptor with its columns and editors, and where the view stands.
+    void showLike(const TableWidget& other);
     // Notices a change of the adaptor's row count; keeps the current row and scroll offset in range.
     void syncRows();
     // False once this table or any widget around it is being destroyed.

@@ -456,3 +456,17 @@ TEST_F(TableWidgetTest, ARegisteredEditorReplacesTheBuiltInOne)
 }
 
 } // namespace
+
+TEST_F(TableWidgetTest, ACopyShowsTheSameRowsAndViewWithAScrollBarOfItsOwn)
+{
+    TableWidget* t = table(100);
+    t->setColumnWidth(0, 90);
+    t->setCurrentPosition(2, 40);
+    const TableWidget copy(*t);
+    EXPECT_EQ(copy.getCurrentRow(), 40);
+    EXPECT_EQ(copy.getCurrentColumn(), 2);
+    EXPECT_EQ(copy.getScrollOffset(), t->getScrollOffset());
+    EXPECT_EQ(copy.getColumns().at(0).getWidth(), 90);
+    ASSERT_NE(copy.getScrollBar(), nullptr);
+    EXPECT_NE(copy.getScrollBar(), t->getScrollBar());
+}
