@@ -944,6 +944,9 @@ void FontEngine::draw(cairo_t* cr, std::string_view utf8, double x, double basel
     // less than keeping it when the text is new, as every row is on a page of a long table scrolled through.
     if (shapeFromTables(utf8, m_drawnFromTables)) {
         drawShaped(cr, m_drawnFromTables, x, baseline);
+        // One very long line drawn once must not keep its glyphs' room for the font's life.
+        if (m_drawnFromTables.glyphs.capacity() > kReusedGlyphsLimit)
+            m_drawnFromTables = ShapedText();
         return;
     }
     const ShapedText* shaped = m_shapedTexts.find(utf8);

@@ -273,7 +273,9 @@ private:
     ComplexWord m_complexWord;
     ShapedTextCache m_shapedTexts{kShapedTextBudget};
     bool m_keepShapedText = true;
-    ShapedText m_drawnFromTables; // reused by every drawing from the tables
+    // Reused by every drawing from the tables, up to this many glyphs' room (a line far longer than a row).
+    static constexpr size_t kReusedGlyphsLimit = 4096;
+    ShapedText m_drawnFromTables;
     std::vector<uint32_t> m_scratchCodepoints;
     std::vector<uint16_t> m_scratchSlots;
     std::vector<uint16_t> m_wordSlots;
