@@ -27,12 +27,12 @@
 
 #include "toolkit/support/Colour.h"
 #include "toolkit/support/UIString.h"
+#include "toolkit/support/ValuePtr.h"
 #include "toolkit/ui/Glob.h"
 #include "toolkit/ui/MenuItem.h"
 #include "toolkit/ui/StylePainter.h"
 #include "toolkit/ui/TabOrderable.h"
 #include "toolkit/ui/Transient.h"
-#include "toolkit/support/ValuePtr.h"
 
 #include <cstdint>
 #include <optional>
