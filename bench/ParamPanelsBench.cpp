@@ -1,11 +1,8 @@
 // Building parameter panels: 200 rows from a description, and 200 rows from ready-made parameters, into a
 // panel on an off-screen screen (the panel is made, built, painted once and destroyed each time).
+#include "BenchScenes.h"
 #include "parampanels/UIBuilderParams.h"
 #include "toolkit/support/JSON.h"
-#include "toolkit/support/params/BoolParam.h"
-#include "toolkit/support/params/ChoiceParam.h"
-#include "toolkit/support/params/NumericParams.h"
-#include "toolkit/support/params/TextParam.h"
 #include "toolkit/ui/GlobManager.h"
 #include "toolkit/ui/Screen.h"
 #include "toolkit/ui/StandardPanel.h"
@@ -51,35 +48,6 @@ std::string description()
     return json + "]}";
 }
 
-UIBuilder::ParamList parameters()
-{
-    using namespace GenericParam;
-    UIBuilder::ParamList params;
-    for (int i = 0; i < kRows; ++i) {
-        const LightweightString<char> name(("p" + std::to_string(i)).c_str());
-        const LightweightString<wchar_t> legend((L"Parameter " + std::to_wstring(i)).c_str());
-        switch (i % 5) {
-        case 0:
-            params.push_back(Cv::make<BoolParam>(legend, name, ResId(), true));
-            break;
-        case 1:
-            params.push_back(Cv::make<IntParam>(legend, name, ResId(), 5, 0, 10, true));
-            break;
-        case 2:
-            params.push_back(Cv::make<DoubleParam>(legend, name, ResId(), 0.5, 0.0, 1.0, true));
-            break;
-        case 3:
-            params.push_back(Cv::make<ChoiceParam>(legend, name, ResId(), 1,
-                                                   std::vector<ChoiceParam::Choice>{ { L"One", 1 }, { L"Two", 2 } }));
-            break;
-        default:
-            params.push_back(Cv::make<TextParam>(legend, name, ResId(), L"Some text"));
-            break;
-        }
-    }
-    return params;
-}
-
 StandardPanel* makePanel()
 {
     // Tall enough to hold every row, as a caller sizes a panel for its description.
@@ -112,7 +80,7 @@ BENCHMARK(BM_ParamPanelFromDescription)->Unit(benchmark::kMillisecond);
 
 void BM_ParamPanelFromParameters(benchmark::State& state)
 {
-    buildPanels(state, [](StandardPanel* panel) { return UIBuilder::build(parameters(), panel); });
+    buildPanels(state, [](StandardPanel* panel) { return UIBuilder::build(mixedPanelParameters(kRows), panel); });
 }
 BENCHMARK(BM_ParamPanelFromParameters)->Unit(benchmark::kMillisecond);
 

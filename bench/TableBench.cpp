@@ -5,7 +5,7 @@
 //
 //     build/table-rel/bin/tessel-bench --benchmark_filter=Table
 
-#include "toolkit/ui/GlobManager.h"
+#include "BenchScenes.h"
 #include "toolkit/ui/Screen.h"
 #include "toolkit/widgets/TableWidget.h"
 #include "toolkit/widgets/iTableAdaptor.h"
@@ -44,23 +44,9 @@ private:
 
 void scrollByPage(benchmark::State& state, bool uniform)
 {
-    Screen screen(1280, 800);
     GeneratedRows rows(static_cast<unsigned>(state.range(0)), uniform);
-    auto* table = new TableWidget(TableWidget::InitArgs(&rows, 480, 600));
-    table->setPos(100, 100);
-    GlobManager::realize(table);
-    screen.flush();
-    // The first look at the whole height measures every row once; that is the other benchmark.
-    const int64_t end = table->getMaxScroll();
-    for (auto _ : state) {
-        if (table->getScrollOffset() >= end)
-            table->scrollTo(0);
-        else
-            table->scrollBy(table->getViewHeight());
-        screen.flush();
-    }
+    scrollTableByPages(state, rows, 480);
     state.counters["rows"] = static_cast<double>(state.range(0));
-    Glob::destroy(table);
 }
 
 void BM_TablePageScroll(benchmark::State& state)

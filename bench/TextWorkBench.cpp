@@ -12,16 +12,13 @@
 //
 //     build/release/bin/tessel-bench --benchmark_filter=TextWork --benchmark_repetitions=5
 //         --benchmark_report_aggregates_only=true   (on one line)
+#include "BenchScenes.h"
 #include "toolkit/testing/RandomWordText.h"
 
 #include "parampanels/UIBuilderParams.h"
 #include "toolkit/gfx/Font.h"
 #include "toolkit/gfx/detail/FontEngine.h"
 #include "toolkit/gfx/WordWrappingTextRenderer.h"
-#include "toolkit/support/params/BoolParam.h"
-#include "toolkit/support/params/ChoiceParam.h"
-#include "toolkit/support/params/NumericParams.h"
-#include "toolkit/support/params/TextParam.h"
 #include "toolkit/ui/GlobManager.h"
 #include "toolkit/ui/Screen.h"
 #include "toolkit/ui/StandardPanel.h"
@@ -64,22 +61,8 @@ private:
 
 void BM_TextWorkTableScroll(benchmark::State& state)
 {
-    Screen screen(1280, 800);
     NumberedRows rows(static_cast<unsigned>(state.range(0)));
-    auto* table = new TableWidget(TableWidget::InitArgs(&rows, 400, 600));
-    table->setPos(100, 100);
-    GlobManager::realize(table);
-    screen.flush();
-    const int64_t end = table->getMaxScroll();
-    for (auto _ : state) {
-        if (table->getScrollOffset() >= end)
-            table->scrollTo(0);
-        else
-            table->scrollBy(table->getViewHeight());
-        screen.flush();
-    }
-    state.counters["widgetsPaintedPerFlush"] = static_cast<double>(screen.getLastPaintCount());
-    Glob::destroy(table);
+    state.counters["widgetsPaintedPerFlush"] = scrollTableByPages(state, rows, 400);
 }
 BENCHMARK(BM_TextWorkTableScroll)->Arg(1000000)->Arg(10000)->Unit(benchmark::kMillisecond);
 
@@ -133,36 +116,6 @@ void BM_TextWorkShapedAgreement(benchmark::State& state)
 }
 BENCHMARK(BM_TextWorkShapedAgreement)->Iterations(1)->Unit(benchmark::kMillisecond);
 
-// Two hundred rows of the five kinds a panel usually holds.
-UIBuilder::ParamList panelParameters()
-{
-    using namespace GenericParam;
-    UIBuilder::ParamList params;
-    for (int i = 0; i < 200; ++i) {
-        const LightweightString<char> name(("p" + std::to_string(i)).c_str());
-        const LightweightString<wchar_t> legend((L"Parameter " + std::to_wstring(i)).c_str());
-        switch (i % 5) {
-        case 0:
-            params.push_back(Cv::make<BoolParam>(legend, name, ResId(), true));
-            break;
-        case 1:
-            params.push_back(Cv::make<IntParam>(legend, name, ResId(), 5, 0, 10, true));
-            break;
-        case 2:
-            params.push_back(Cv::make<DoubleParam>(legend, name, ResId(), 0.5, 0.0, 1.0, true));
-            break;
-        case 3:
-            params.push_back(Cv::make<ChoiceParam>(legend, name, ResId(), 1,
-                                                   std::vector<ChoiceParam::Choice>{{L"One", 1}, {L"Two", 2}}));
-            break;
-        default:
-            params.push_back(Cv::make<TextParam>(legend, name, ResId(), L"Some text"));
-            break;
-        }
-    }
-    return params;
-}
-
 void BM_TextWorkParamPanel(benchmark::State& state)
 {
     Screen screen(1920, 1080);
@@ -171,7 +124,7 @@ void BM_TextWorkParamPanel(benchmark::State& state)
         auto* panel = new StandardPanel(StandardPanel::InitArgs(L"Bench", 400, 60000, StandardPanel::CloseButton,
                                                                 UifStd::getColourScheme()));
         GlobManager::realize(panel);
-        const Cv::Ptr<UIBuilder::Params> params = UIBuilder::build(panelParameters(), panel);
+        const Cv::Ptr<UIBuilder::Params> params = UIBuilder::build(mixedPanelParameters(200), panel);
         benchmark::DoNotOptimize(params.get());
         screen.flush();
         Glob::destroy(panel);
