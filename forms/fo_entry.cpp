@@ -23,6 +23,23 @@ int printedWidth(double value)
     return (n > 0 ? n : 1) + (value < 0.0 ? 1 : 0);
 }
 
+// Keeps a number row's value within its range; answers 1 when it had to move it, so that the row shows the
+// bound instead of the text typed. A NaN compares false both ways: it is out of range, and the minimum is
+// the safest value to show.
+template <typename Number>
+int keptInRange(Number& value, Number min, Number max)
+{
+    if (!(value >= min)) {
+        value = min;
+        return 1;
+    }
+    if (value > max) {
+        value = max;
+        return 1;
+    }
+    return 0;
+}
+
 } // namespace
 
 // ---------------------------------------------------------------------------------------------------------
@@ -204,20 +221,13 @@ LightweightString<char> fo_v_int::idstring() const
 int fo_v_int::m_validate_entry(const LightweightString<wchar_t>& text)
 {
     m_value = std::atoi(narrow(text.empty() ? m_get_entry() : text).c_str());
-    if (m_value < m_min) {
-        m_value = m_min;
-        return 1;
-    }
-    if (m_value > m_max) {
-        m_value = m_max;
-        return 1;
-    }
-    return 0;
+    return keptInRange(m_value, m_min, m_max);
 }
 
 void fo_v_int::m_set_value(int value)
 {
-    m_value = value < m_min ? m_min : (value > m_max ? m_max : value);
+    m_value = value;
+    keptInRange(m_value, m_min, m_max);
     showEntry(LightweightString<wchar_t>(std::to_wstring(m_value)));
 }
 
@@ -295,25 +305,13 @@ LightweightString<wchar_t> fo_v_dbl::m_format_value(double value) const
 int fo_v_dbl::m_validate_entry(const LightweightString<wchar_t>& text)
 {
     m_value = std::atof(narrow(text.empty() ? m_get_entry() : text).c_str());
-    // A NaN compares false both ways: it is out of range, and the minimum is the safest value to show.
-    if (m_value < m_min || std::isnan(m_value)) {
-        m_value = m_min;
-        return 1;
-    }
-    if (m_value > m_max) {
-        m_value = m_max;
-        return 1;
-    }
-    return 0;
+    return keptInRange(m_value, m_min, m_max);
 }
 
 void fo_v_dbl::m_set_value(double value)
 {
     m_value = value;
-    if (m_value < m_min || std::isnan(m_value))
-        m_value = m_min;
-    else if (m_value > m_max)
-        m_value = m_max;
+    keptInRange(m_value, m_min, m_max);
     showEntry(m_format_value(m_value));
 }
 
