@@ -1,5 +1,6 @@
 #include "LoggerTestSupport.h"
 
+#include "toolkit/support/FileTestSupport.h"
 #include "toolkit/support/FileUtils.h"
 #include "toolkit/support/OS.h"
 #include "toolkit/support/TextFile.h"
@@ -24,14 +25,11 @@ std::string readFile(const LightweightString<wchar_t>& path)
 
 class LoggerExportTest : public LoggerTest {
 protected:
-    LoggerExportTest()
-    {
-        std::filesystem::remove_all(folder);
-        std::filesystem::create_directories(folder);
-    }
-    LightweightString<wchar_t> inFolder(const char* name) const { return fromUTF8((folder / name).string()); }
+    LightweightString<wchar_t> inFolder(const char* name) const { return fromUTF8(scratch.file(name)); }
 
-    const std::filesystem::path folder = std::filesystem::temp_directory_path() / "tessel-logger-export-test";
+    // Each test writes into a folder of its own: the tests run in parallel processes.
+    const FileTestSupport::ScratchFolder scratch { "tessel-logger-export" };
+    const std::filesystem::path& folder = scratch.path();
 };
 
 TEST_F(LoggerExportTest, TheWebPageConvertsEveryKindAsTheKindsTableSays)
