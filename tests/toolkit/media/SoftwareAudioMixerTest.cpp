@@ -63,8 +63,9 @@ TEST(SoftwareAudioMixer, SourcesChangeWhileTheSoundThreadMixes)
         mixer.removeSource(id);
     }
     const uint64_t kept = mixer.addSource([&calls](float*, int, int) { ++calls; });
-    // The silent driver asks for a buffer every 20 ms or so; wait for one, but not for ever.
-    for (int waited = 0; waited < 200 && calls.load() == 0; ++waited)
+    // The silent driver asks for a buffer every 20 ms or so; wait for one, but not for ever. A loaded machine
+    // running the sanitizers may starve the sound thread for a while, hence the generous limit.
+    for (int waited = 0; waited < 2000 && calls.load() == 0; ++waited)
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     mixer.close();
     mixer.removeSource(kept);
