@@ -15,13 +15,29 @@
 
 #include <utility>
 
+// The value both hold, and how callers reach it; each decides for itself what a copy carries.
 template <class T, auto... Fresh>
-class Transient {
+class HeldValue {
+public:
+    T& operator*() { return m_value; }
+    const T& operator*() const { return m_value; }
+    T* operator->() { return &m_value; }
+    const T* operator->() const { return &m_value; }
+
+protected:
+    HeldValue() = default;
+    explicit HeldValue(T value) : m_value(std::move(value)) {}
+
+    T m_value{Fresh...};
+};
+
+template <class T, auto... Fresh>
+class Transient : public HeldValue<T, Fresh...> {
 public:
     Transient() = default;
-    explicit Transient(T value) : m_value(std::move(value)) {}
-    Transient(const Transient&) {}
-    Transient(Transient&&) noexcept {}
+    explicit Transient(T value) : HeldValue<T, Fresh...>(std::move(value)) {}
+    Transient(const Transient&) : HeldValue<T, Fresh...>() {}
+    Transient(Transient&&) noexcept : HeldValue<T, Fresh...>() {}
     Transient& operator=(const Transient& other)
     {
         if (this != &other)
@@ -36,39 +52,23 @@ public:
     }
     Transient& operator=(T value)
     {
-        m_value = std::move(value);
+        this->m_value = std::move(value);
         return *this;
     }
 
-    T& operator*() { return m_value; }
-    const T& operator*() const { return m_value; }
-    T* operator->() { return &m_value; }
-    const T* operator->() const { return &m_value; }
-
     // Back to the state of no gesture.
-    void reset() { m_value = T{Fresh...}; }
-
-private:
-    T m_value{Fresh...};
+    void reset() { this->m_value = T{Fresh...}; }
 };
 
 template <class T, auto... Fresh>
-class PerObject {
+class PerObject : public HeldValue<T, Fresh...> {
 public:
     PerObject() = default;
-    PerObject(const PerObject&) {}
+    PerObject(const PerObject&) : HeldValue<T, Fresh...>() {}
     PerObject& operator=(const PerObject&) { return *this; }
     PerObject& operator=(T value)
     {
-        m_value = std::move(value);
+        this->m_value = std::move(value);
         return *this;
     }
-
-    T& operator*() { return m_value; }
-    const T& operator*() const { return m_value; }
-    T* operator->() { return &m_value; }
-    const T* operator->() const { return &m_value; }
-
-private:
-    T m_value{Fresh...};
 };
