@@ -142,18 +142,19 @@ bool Button::activate()
 
 void Button::setDown(bool down, eRedrawFlag redrawFlag)
 {
-    if (down == hasBit(DownBit))
-        return;
-    setBit(DownBit, down);
-    if (redrawFlag == Redraw)
-        redraw();
+    setShownBit(DownBit, down, redrawFlag);
 }
 
 void Button::setHeldDown(bool held, eRedrawFlag redrawFlag)
 {
-    if (held == hasBit(HeldDownBit))
+    setShownBit(HeldDownBit, held, redrawFlag);
+}
+
+void Button::setShownBit(uint16_t bit, bool on, eRedrawFlag redrawFlag)
+{
+    if (on == hasBit(bit))
         return;
-    setBit(HeldDownBit, held);
+    setBit(bit, on);
     if (redrawFlag == Redraw)
         redraw();
 }

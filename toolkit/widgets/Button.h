@@ -186,6 +186,8 @@ private:
         uint16_t& word = (bit & gestureBits) ? *m_gesture : m_bits;
         word = static_cast<uint16_t>(on ? (word | bit) : (word & ~bit));
     }
+    // Sets one drawn state, repainting only when it changed and the caller asks.
+    void setShownBit(uint16_t bit, bool on, eRedrawFlag redrawFlag);
     void initFrom(const InitArgs& args);
     bool handleMouse(const Event& event);
 
